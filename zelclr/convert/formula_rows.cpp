@@ -47,7 +47,7 @@ void RgbFromHsb(const std::uint8_t *source, std::uint8_t *destination, std::size
 {
   ConvertRow<4, 3>(source, destination, pixels, [](const auto *in, auto *out) HWY_ATTR {
     for (std::size_t i = 0; i < kBlock; ++i)
-      PutRgb(out, i, Formulas::RgbFromHsb(Hue(in, i), in[2][i], in[3][i]));
+      PutRgb(out, i, Formulas::RgbFromHsb(Formulas::TurnedHue(Hue(in, i)), in[2][i], in[3][i]));
   });
 }
 
@@ -79,23 +79,48 @@ void GrayFromRgb(const std::uint8_t *source, std::uint8_t *destination, std::siz
   });
 }
 
-void CmykFromRgb(const std::uint8_t *source, std::uint8_t *destination, std::size_t pixels)
+template <class Formula>
+HWY_INLINE void InksFromRgb(const std::uint8_t *source, std::uint8_t *destination, std::size_t pixels, Formula formula)
 {
-  ConvertRow<3, 4>(source, destination, pixels, [](const auto *in, auto *out) HWY_ATTR {
+  ConvertRow<3, 4>(source, destination, pixels, [=](const auto *in, auto *out) HWY_ATTR {
     for (std::size_t i = 0; i < kBlock; ++i) {
-      const auto cmyk = Formulas::CmykFromRgb(in[0][i], in[1][i], in[2][i]);
+      const Formulas::Cmyk cmyk = formula(in[0][i], in[1][i], in[2][i]);
       PutRgb(out, i, {cmyk.cyan, cmyk.magenta, cmyk.yellow});
       out[3][i] = static_cast<std::uint8_t>(cmyk.black);
     }
   });
 }
 
+template <class Formula>
+HWY_INLINE void RgbFromInks(const std::uint8_t *source, std::uint8_t *destination, std::size_t pixels, Formula formula)
+{
+  ConvertRow<4, 3>(source, destination, pixels, [=](const auto *in, auto *out) HWY_ATTR {
+    for (std::size_t i = 0; i < kBlock; ++i)
+      PutRgb(out, i, formula(in[0][i], in[1][i], in[2][i], in[3][i]));
+  });
+}
+
+void CmykFromRgb(const std::uint8_t *source, std::uint8_t *destination, std::size_t pixels)
+{
+  InksFromRgb(source, destination, pixels, [](int r, int g, int b) HWY_ATTR { return Formulas::CmykFromRgb(r, g, b); });
+}
+
 void RgbFromCmyk(const std::uint8_t *source, std::uint8_t *destination, std::size_t pixels)
 {
-  ConvertRow<4, 3>(source, destination, pixels, [](const auto *in, auto *out) HWY_ATTR {
-    for (std::size_t i = 0; i < kBlock; ++i)
-      PutRgb(out, i, Formulas::RgbFromCmyk(in[0][i], in[1][i], in[2][i], in[3][i]));
-  });
+  RgbFromInks(source, destination, pixels,
+              [](int c, int m, int y, int k) HWY_ATTR { return Formulas::RgbFromCmyk(c, m, y, k); });
+}
+
+void AddedInksFromRgb(const std::uint8_t *source, std::uint8_t *destination, std::size_t pixels)
+{
+  InksFromRgb(source, destination, pixels,
+              [](int r, int g, int b) HWY_ATTR { return Formulas::AddedInksFromRgb(r, g, b); });
+}
+
+void RgbFromAddedInks(const std::uint8_t *source, std::uint8_t *destination, std::size_t pixels)
+{
+  RgbFromInks(source, destination, pixels,
+              [](int c, int m, int y, int k) HWY_ATTR { return Formulas::RgbFromAddedInks(c, m, y, k); });
 }
 
 void YiqFromRgb(const std::uint8_t *source, std::uint8_t *destination, std::size_t pixels)
@@ -129,6 +154,8 @@ ZELCLR_ROW(RgbRowFromHls, RgbFromHls)
 ZELCLR_ROW(GrayRowFromRgb, GrayFromRgb)
 ZELCLR_ROW(CmykRowFromRgb, CmykFromRgb)
 ZELCLR_ROW(RgbRowFromCmyk, RgbFromCmyk)
+ZELCLR_ROW(AddedInksRowFromRgb, AddedInksFromRgb)
+ZELCLR_ROW(RgbRowFromAddedInks, RgbFromAddedInks)
 ZELCLR_ROW(YiqRowFromRgb, YiqFromRgb)
 
 } // namespace ZelClr

@@ -27,6 +27,8 @@ ZELCLR_API RowConversion RgbRowFromHls;
 ZELCLR_API RowConversion GrayRowFromRgb;
 ZELCLR_API RowConversion CmykRowFromRgb;
 ZELCLR_API RowConversion RgbRowFromCmyk;
+ZELCLR_API RowConversion AddedInksRowFromRgb; ///< to CMYK, as RgbRowFromAddedInks from it
+ZELCLR_API RowConversion RgbRowFromAddedInks;
 ZELCLR_API RowConversion YiqRowFromRgb;
 
 } // namespace ZelClr

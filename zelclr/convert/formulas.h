@@ -2,6 +2,7 @@
 #pragma once
 
 #include "zelclr/convert/formulas/cmyk.h"
+#include "zelclr/convert/formulas/coated_press.h"
 #include "zelclr/convert/formulas/colour_difference.h"
 #include "zelclr/convert/formulas/gray.h"
 #include "zelclr/convert/formulas/hls.h"

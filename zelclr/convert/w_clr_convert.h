@@ -101,7 +101,7 @@ public:
   static void ConvertHSBCompToRGBComp(short &red, short &green, short &blue, short hue, short saturation,
                                       short brightness)
   {
-    const auto rgb = ZelClr::Formulas::RgbFromHsb(hue, LowByte(saturation), LowByte(brightness));
+    const auto rgb = ZelClr::Formulas::RgbFromHsb(WithinTurn(hue), LowByte(saturation), LowByte(brightness));
     Put(red, green, blue, rgb.red, rgb.green, rgb.blue);
   }
   static void ConvertRGB48toHSB(short &hue, short &saturation, short &brightness, std::uint16_t red,
@@ -113,7 +113,7 @@ public:
   static void ConvertHSBtoRGB48(std::uint16_t &red, std::uint16_t &green, std::uint16_t &blue, short hue,
                                 short saturation, short brightness)
   {
-    const auto rgb = ZelClr::Formulas::Rgb48FromHsb(hue, LowByte(saturation), LowByte(brightness));
+    const auto rgb = ZelClr::Formulas::Rgb48FromHsb(WithinTurn(hue), LowByte(saturation), LowByte(brightness));
     Put(red, green, blue, rgb.red, rgb.green, rgb.blue);
   }
   static void ConvertRGBtoHLS(short &hue, short &lightness, short &saturation, short red, short green, short blue)
@@ -159,7 +159,7 @@ public:
   ///
   /// A pair with a converter above goes through it (but for the stored Lab and XYZ arithmetic), any other pair through
   /// RGB48, CMYK255 or RGB255, the first that both have a step to. CMYK is made from RGB
-  /// with full gray component replacement (formulas/cmyk.h); Lab and XYZ are measured colours of sRGB on D50
+  /// with all gray in the black (formulas/cmyk.h); Lab and XYZ are measured colours of sRGB on D50
   /// (formulas/srgb_lab.h), cut off to what the record holds; spot colours and user inks are thinned to their density.
   static bool ConvertToBasicType(CLR_COLORSPEC *destination, unsigned model, const CLR_COLORSPEC *source);
 
@@ -231,6 +231,10 @@ private:
   static short GetValue(short m1, short m2, short hue)
   {
     return static_cast<short>(ZelClr::Formulas::HlsValue(m1, m2, hue));
+  }
+  static constexpr int WithinTurn(short hue)
+  {
+    return static_cast<unsigned>(hue) < 360u ? hue : ZelClr::Formulas::TurnedHue(hue);
   }
   static constexpr int LowByte(short value) { return static_cast<std::uint8_t>(value); }
   template <class T>

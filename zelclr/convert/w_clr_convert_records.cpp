@@ -234,7 +234,7 @@ void WClrConvert::ConvertRGB48ToGray16(Colour *destination, const Colour *source
 void WClrConvert::ConvertHSBToGray(Colour *destination, const Colour *source)
 {
   From(Model::Hsb, destination, source, [&](Components c) {
-    const auto rgb = Formulas::RgbFromHsb(c.I16(0), c.U8(2), c.U8(3));
+    const auto rgb = Formulas::RgbFromHsb(Formulas::TurnedHue(c.I16(0)), c.U8(2), c.U8(3));
     PutGray(destination, Formulas::GrayFromRgb(rgb.red, rgb.green, rgb.blue));
   });
 }
@@ -328,14 +328,16 @@ void WClrConvert::ConvertRGB48ToHSB(Colour *destination, const Colour *source)
 
 void WClrConvert::ConvertHSBToRGB(Colour *destination, const Colour *source)
 {
-  From(Model::Hsb, destination, source,
-       [&](Components c) { PutRgb(destination, Formulas::RgbFromHsb(c.I16(0), c.U8(2), c.U8(3))); });
+  From(Model::Hsb, destination, source, [&](Components c) {
+    PutRgb(destination, Formulas::RgbFromHsb(Formulas::TurnedHue(c.I16(0)), c.U8(2), c.U8(3)));
+  });
 }
 
 void WClrConvert::ConvertHSBToRGB48(Colour *destination, const Colour *source)
 {
-  From(Model::Hsb, destination, source,
-       [&](Components c) { PutRgb48(destination, Formulas::Rgb48FromHsb(c.I16(0), c.U8(2), c.U8(3))); });
+  From(Model::Hsb, destination, source, [&](Components c) {
+    PutRgb48(destination, Formulas::Rgb48FromHsb(Formulas::TurnedHue(c.I16(0)), c.U8(2), c.U8(3)));
+  });
 }
 
 void WClrConvert::ConvertRGBToHLS(Colour *destination, const Colour *source)

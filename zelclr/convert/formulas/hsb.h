@@ -73,32 +73,42 @@ constexpr Hsb HsbFromRgb48(int red, int green, int blue)
   return {hue, WideQuotient(255.0 * spread, max == 0 ? 1 : max), (max * 255 + 32767) / 65535};
 }
 
-/// The steps of HSB to RGB for a brightness on any scale up to 65535. Wide holds brightness * 65536.
+/// The hue brought into 0 to 359 by whole turns.
+constexpr int TurnedHue(int hue)
+{
+  const int rest = hue % 360;
+  return rest < 0 ? rest + 360 : rest;
+}
+
+/// The steps of HSB to RGB for a brightness V on any scale up to 65535. Wide holds V * 65536.
 ///
 ///   s = saturation / 255    f = hue within its sector of 60 degrees    in 65536ths
-///   p = V(1 - s)   q = V(1 - s f)   t = V(1 - s(1 - f))
+///   p = V(1 - s)    q = V(1 - s f)    t = V(1 - s(1 - f))
+///
+///   sector      0          1          2          3          4          5
+///   r, g, b     V, t, p    q, V, p    p, V, t    p, q, V    t, p, V    V, p, q
+///
+/// An even sector has a t and an odd one a q; without saturation all are V.
 template <class Wide>
 constexpr Rgb RgbFromHsbSteps(int hue, int saturation, int brightness)
 {
-  const int wrapped = hue % 360 + (hue % 360 < 0 ? 360 : 0);
-  const int s = saturation * 65536 / 255;
-  const int sector = wrapped / 60;
-  const int f = (wrapped - sector * 60) * 65536 / 60;
-  const auto scaled = [=](int factor) {
+  const auto shaded = [=](int factor) {
     return static_cast<int>((static_cast<Wide>(factor) * static_cast<Wide>(brightness) + 32768) >> 16);
   };
+  const int sector = hue / 60;
+  const int s = saturation * 65536 / 255;
+  const int f = (hue - sector * 60) * 65536 / 60;
+  const int slope = Choose(sector % 2 != 0, f, 65536 - f);
   const int v = brightness;
-  const int p = scaled(65536 - s);
-  const int q = scaled(65536 - ((f / 2) * (s / 2) >> 14));
-  const int t = scaled(65536 - (((65536 - f) / 2) * (s / 2) >> 14));
-  // Sector by sector (V,t,p) (q,V,p) (p,V,t) (p,q,V) (t,p,V) (V,p,q); without saturation s is 0 and all are V.
-  const int red = sector == 0 || sector == 5 ? v : sector == 1 ? q : sector == 4 ? t : p;
-  const int green = sector == 1 || sector == 2 ? v : sector == 0 ? t : sector == 3 ? q : p;
-  const int blue = sector == 3 || sector == 4 ? v : sector == 2 ? t : sector == 5 ? q : p;
-  return {red, green, blue};
+  const int p = shaded(65536 - s);
+  const int qt = shaded(65536 - ((slope / 2) * (s / 2) >> 14));
+  const int highest = (sector + 1) / 2; // whose V: 0 and 3 red, 1 green, 2 blue
+  const int lowest = sector / 2;        // whose p: 0 blue, 1 red, 2 green
+  return {Choose(highest % 3 == 0, v, Choose(lowest == 1, p, qt)), Choose(highest == 1, v, Choose(lowest == 2, p, qt)),
+          Choose(highest == 2, v, Choose(lowest == 0, p, qt))};
 }
 
-/// Components 0 to 255. A hue beyond 0 to 359 wraps; saturation and brightness are 0 to 255.
+/// Components 0 to 255. Hue 0 to 359, saturation and brightness 0 to 255.
 constexpr Rgb RgbFromHsb(int hue, int saturation, int brightness)
 {
   return RgbFromHsbSteps<int>(hue, saturation, brightness);

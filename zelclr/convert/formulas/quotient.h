@@ -15,6 +15,12 @@ constexpr int Quotient(int numerator, int denominator)
   return static_cast<int>(static_cast<float>(numerator) / static_cast<float>(denominator));
 }
 
+/// condition ? yes : no of values that are known already, for loops: without a jump.
+constexpr int Choose(bool condition, int yes, int no)
+{
+  return condition ? yes : no;
+}
+
 /// The same for |numerator| < 2^53.
 constexpr int WideQuotient(double numerator, int denominator)
 {

@@ -1,0 +1,92 @@
+#include "zelclr/palettes/formats/colour_list.h"
+
+#include "zelclr/colour/colour_names.h"
+#include "zelclr/colour/colour_text.h"
+#include "zelclr/palettes/formats/internal/text_lines.h"
+
+namespace ZelClr {
+
+namespace {
+
+bool IsComment(std::string_view line)
+{
+  return line.starts_with("//") || line == "#" || line.starts_with("# ") || line.starts_with("#\t");
+}
+
+/// Where the colour at the start of a line ends: behind its parentheses and palette, or at the first blank.
+std::size_t EndOfColour(std::string_view line)
+{
+  const auto blank = std::min(line.find_first_of(" \t"), line.size());
+  const auto close = line.find(')');
+  if (close == std::string_view::npos || line.find('(') > close)
+    return blank;
+  return std::min(line.find_first_of(" \t", close), line.size());
+}
+
+/// Whether the components are what people may mean: as Validate says, but for the models that documents do not hold,
+/// where any bytes will do, and for the percentages of CMYK100, which Validate does not look at.
+bool IsInRange(const CLR_COLORSPEC &colour)
+{
+  switch (colour.GetType()) {
+  case ClrModel::Xyz:
+  case ClrModel::ScRgb:
+  case ClrModel::Rgba:
+  case ClrModel::Bgra:
+    return true;
+  case ClrModel::Cmyk100: {
+    CLR_COLORSPEC cmyk(colour);
+    cmyk.SetType(ClrModel::Cmyk);
+    return cmyk.Validate();
+  }
+  default:
+    return colour.Validate();
+  }
+}
+
+} // namespace
+
+std::optional<CLR_COLORSPEC> ColorSpecFromInput(std::string_view text, std::string &reason)
+{
+  if (auto named = ColorSpecFromName(text))
+    return named;
+  std::string expanded(text);
+  if (text.size() == 4 && text.front() == '#')
+    expanded = {'#', text[1], text[1], text[2], text[2], text[3], text[3]};
+  auto colour = ColorSpecFromText(expanded, &reason);
+  if (colour && !IsInRange(*colour)) {
+    reason = std::string(text.substr(0, 80)) + " is out of the range of its model";
+    return std::nullopt;
+  }
+  return colour;
+}
+
+std::optional<ReadPalette> ReadColourList(std::string_view bytes, ReadProblem &problem)
+{
+  TextLines lines(bytes);
+  ReadPalette palette;
+  std::string_view line;
+  while (lines.Next(line)) {
+    if (line.empty() || IsComment(line))
+      continue;
+    const std::size_t end = EndOfColour(line);
+    const std::string_view text = line.substr(0, end);
+    const std::string_view name = ZelUtl::Trimmed(line.substr(end));
+    std::string reason;
+    const auto colour = ColorSpecFromInput(text, reason);
+    if (!colour || (!name.empty() && ColorSpecFromName(text))) {
+      if (colour)
+        reason = "\"" + std::string(line.substr(0, 40)) + "\" is no colour; a colour name stands alone";
+      problem = {lines.Number(), std::move(reason)};
+      return std::nullopt;
+    }
+    if (palette.colours.size() == kMostColours) {
+      problem = {lines.Number(), "more than " + std::to_string(kMostColours) + " colours"};
+      return std::nullopt;
+    }
+    const bool isName = ColorSpecFromName(text).has_value();
+    palette.colours.push_back({*colour, std::string(isName ? text : name), lines.Number()});
+  }
+  return palette;
+}
+
+} // namespace ZelClr

@@ -1,0 +1,28 @@
+// Whole files in and out. Paths are UTF-8; "-" means nothing special here.
+//
+// Threads: plain functions. Errors: an empty result or false, with the reason in English.
+#pragma once
+
+#include "zelclr/platform/export.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace ZelUtl {
+
+/// The bytes of a file, read to its end; a folder, a file of more than `most` bytes and one that cannot be read fail.
+/// Pipes and devices are read until they end or exceed `most`.
+ZELCLR_API std::optional<std::string> ReadFile(const std::string &path, std::size_t most, std::string &reason);
+
+/// The bytes of the standard input, under the same bound.
+ZELCLR_API std::optional<std::string> ReadStandardInput(std::size_t most, std::string &reason);
+
+/// Replaces a file by these bytes, or makes it: they are written aside in the same folder, flushed and renamed over the
+/// old file, so that at every instant the old or the new file is there, whole. A symbolic link stays and the file that
+/// it leads to is replaced; the permissions of an old file stay. A pipe or a device is simply written to. On failure
+/// the old file is as it was and nothing is left beside it.
+ZELCLR_API bool ReplaceFile(const std::string &path, std::string_view bytes, std::string &reason);
+
+} // namespace ZelUtl
