@@ -1,0 +1,88 @@
+// zelclr convert COLOUR... --to MODEL
+
+#include "cli/colour_facts.h"
+#include "cli/command.h"
+#include "zelclr/colour/colour_text.h"
+#include "zelclr/convert/w_clr_convert.h"
+#include "zelclr/platform/text.h"
+
+#include <cstdio>
+#include <memory>
+#include <vector>
+
+namespace cli {
+
+namespace {
+
+struct Arguments
+{
+  std::vector<std::string> colours;
+  std::string model;
+};
+
+struct Input
+{
+  std::string text;
+  std::string place; ///< "-:3: " for a line of the standard input
+};
+
+/// The arguments; for "-", each line of the standard input that is not blank.
+std::vector<Input> Inputs(const std::vector<std::string> &arguments)
+{
+  std::vector<Input> inputs;
+  for (const std::string &argument : arguments) {
+    if (argument != "-") {
+      inputs.push_back({argument, {}});
+      continue;
+    }
+    const std::string bytes = ReadInput("-");
+    std::string_view rest = bytes;
+    for (std::size_t line = 1; !rest.empty(); ++line) {
+      const auto end = std::min(rest.find('\n'), rest.size());
+      const std::string_view text = ZelUtl::Trimmed(rest.substr(0, end));
+      if (!text.empty())
+        inputs.push_back({std::string(text), "-:" + std::to_string(line) + ": "});
+      rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+  }
+  return inputs;
+}
+
+void Convert(const Arguments &arguments, const Output &output)
+{
+  const unsigned model = ModelFromInput(arguments.model);
+  Json results = Json::array();
+  for (const Input &input : Inputs(arguments.colours)) {
+    const CLR_COLORSPEC source = ColourFromInput(input.text, input.place);
+    CLR_COLORSPEC target;
+    if (!WClrConvert::ConvertToBasicType(&target, model, &source)) {
+      throw Failure(ExitCode::Missing, input.place + Harmless(input.text) + " cannot be converted to " +
+                                         Harmless(arguments.model) + " without its palette");
+    }
+    const std::string value = ZelClr::TextFromColorSpec(target);
+    if (output.json)
+      results.push_back(
+        {{"source", ZelClr::TextFromColorSpec(source)}, {"value", value}, {"screen", HexFromColorSpec(target)}});
+    else
+      std::printf("%s%s\n", output.Swatch(target, 4).c_str(), value.c_str());
+  }
+  if (output.json)
+    PrintJson("zelclr.convert", {{"method", "formula"}, {"colours", results}});
+}
+
+} // namespace
+
+void AddConvert(CLI::App &app, Output &output, ExitCode & /*exitCode*/)
+{
+  auto arguments = std::make_shared<Arguments>();
+  CLI::App *command = app.add_subcommand("convert", "Convert colours to another model, by formula");
+  command->add_option("colours", arguments->colours, "Colours; - reads them from standard input, one to a line")
+    ->required()
+    ->type_name("COLOUR");
+  command->add_option("--to", arguments->model, "The model: RGB255, CMYK100, HSB, LAB, GRAY255 and others")
+    ->required()
+    ->type_name("MODEL");
+  command->callback([arguments, &output] { Convert(*arguments, output); });
+}
+
+} // namespace cli

@@ -1,0 +1,63 @@
+// zelclr: the command line of the colour library.
+
+#include "cli/command.h"
+
+#include <cstdio>
+#include <exception>
+#include <iostream>
+#include <map>
+
+namespace {
+
+int Complain(const std::string &message, cli::ExitCode code)
+{
+  std::cerr << "zelclr: " << message << '\n';
+  return static_cast<int>(code);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+  cli::Output output;
+  auto exitCode = cli::ExitCode::Fine;
+
+  CLI::App app{"Colours: convert them, know them, and see whether they will print."};
+  app.name("zelclr");
+  app.set_version_flag("--version", ZELCLR_VERSION);
+  app.require_subcommand(1);
+  app.fallthrough();
+  app.add_flag("--json", output.json, "Print JSON instead of text");
+  app.add_option("--color", output.colour, "Draw colours: auto (on a terminal), always, never")
+    ->transform(CLI::CheckedTransformer(std::map<std::string, cli::ColourUse>{{"auto", cli::ColourUse::Auto},
+                                                                              {"always", cli::ColourUse::Always},
+                                                                              {"never", cli::ColourUse::Never}})
+                  .description(""))
+    ->type_name("WHEN");
+  app.footer("A colour is #ff8000, a name such as tomato, or a model with its components: RGB255(255,128,0),\n"
+             "CMYK100(0,50,100,0), LAB(67,45,60), HSB(30,100,100).\n"
+             "Exit status: 0 fine, 1 findings, 2 wrong use, 3 unreadable input, 4 something missing.");
+  cli::AddConvert(app, output, exitCode);
+  cli::AddInfo(app, output, exitCode);
+  cli::AddReport(app, output, exitCode);
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::CallForHelp &help) {
+    return app.exit(help);
+  } catch (const CLI::CallForAllHelp &help) {
+    return app.exit(help);
+  } catch (const CLI::CallForVersion &version) {
+    return app.exit(version);
+  } catch (const CLI::ParseError &error) {
+    return Complain(std::string(error.what()) + "; see zelclr --help", cli::ExitCode::Usage);
+  } catch (const cli::Failure &failure) {
+    std::fflush(stdout);
+    return Complain(failure.what(), failure.code);
+  } catch (const std::exception &error) {
+    return Complain(error.what(), cli::ExitCode::Missing);
+  }
+  if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+    return Complain("cannot write to standard output", cli::ExitCode::Unreadable);
+  return static_cast<int>(exitCode);
+}
