@@ -78,9 +78,8 @@ void Info(const std::string &argument, const Output &output)
   }
   if (nearest) {
     Print("nearest name",
-          std::string(nearest->name) + (nearest->distance < 0.005
-                                          ? ", exactly"
-                                          : ", \u0394E2000 " + ZelUtl::TextFromNumber(nearest->distance, 1)));
+          std::string(nearest->name) +
+            (nearest->distance < 0.005 ? ", exactly" : ", \u0394E2000 " + OneDecimal(nearest->distance)));
   }
   if (lab) {
     Print("L* a* b* (D50)", ZelUtl::TextFromNumber(lab->l, 2) + "  " + ZelUtl::TextFromNumber(lab->a, 2) + "  " +

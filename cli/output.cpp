@@ -85,6 +85,12 @@ std::string HexFromColorSpec(const CLR_COLORSPEC &colour)
   return text;
 }
 
+std::string OneDecimal(double number)
+{
+  const std::string text = ZelUtl::TextFromNumber(number, 1);
+  return text.find('.') == std::string::npos ? text + ".0" : text;
+}
+
 std::size_t TextColumns(std::string_view utf8)
 {
   std::size_t columns = 0;

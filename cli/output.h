@@ -42,6 +42,9 @@ void PrintJson(std::string_view schema, Json content);
 /// "#ff8000"; empty for a colour without an appearance on screen.
 std::string HexFromColorSpec(const CLR_COLORSPEC &colour);
 
+/// "4.0"
+std::string OneDecimal(double number);
+
 /// The number of columns that UTF-8 text takes on a terminal, wide characters counted as two.
 std::size_t TextColumns(std::string_view utf8);
 /// The text cut off or filled up with blanks to a number of columns.

@@ -60,7 +60,7 @@ td { padding: .55rem .75rem; border-top: 1px solid var(--line); vertical-align: 
 .inks text { font: 600 8px system-ui, "Segoe UI", "Noto Sans", "DejaVu Sans", sans-serif; fill: var(--ink); text-anchor: middle; }
 .number { font-variant-numeric: tabular-nums; white-space: nowrap; text-align: right; }
 th.number { text-align: right; }
-.verdict { font-weight: 600; }
+.verdict { font-weight: 600; white-space: nowrap; }
 .as-shown { color: var(--as-shown); } .shifts { color: var(--shifts); }
 .differs { color: var(--differs); } .unknown { color: var(--unknown); }
 .label { display: none; }
@@ -157,8 +157,7 @@ std::string RowHtml(const ReportRow &row)
   html += "</div></td><td>" + (known ? InkSvg(row) : std::string()) + "</td><td class=\"number\">";
   if (known) {
     html += "<span class=\"label\">ink </span>" + std::to_string(row.inkTotal) +
-            " %</td><td class=\"number\"><span class=\"label\">&Delta;E2000 </span>" +
-            ZelUtl::TextFromNumber(row.difference, 1);
+            " %</td><td class=\"number\"><span class=\"label\">&Delta;E2000 </span>" + OneDecimal(row.difference);
   } else {
     html += "</td><td>";
   }

@@ -80,7 +80,7 @@ std::string TableOf(const Report &report, const Output &output)
     text += Fitted(NameOf(row), kNameColumns) + ' ';
     if (known) {
       text += HexFromColorSpec(row.screen) + ' ' + InkText(row) + RightAligned(std::to_string(row.inkTotal) + " %", 7) +
-              RightAligned(ZelUtl::TextFromNumber(row.difference, 1), 9) + "  ";
+              RightAligned(OneDecimal(row.difference), 9) + "  ";
     } else {
       text += std::string(8 + kInkColumns + 7 + 9 + 2, ' ');
     }

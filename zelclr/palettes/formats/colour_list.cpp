@@ -23,23 +23,26 @@ std::size_t EndOfColour(std::string_view line)
   return std::min(line.find_first_of(" \t", close), line.size());
 }
 
-/// Whether the components are what people may mean: as Validate says, but for the models that documents do not hold,
-/// where any bytes will do, and for the percentages of CMYK100, which Validate does not look at.
+/// Whether the components are what people may mean: as Validate says, but whatever the palette, with the percentages of
+/// CMYK100, which Validate does not look at, and with any bytes for the models that documents do not hold.
 bool IsInRange(const CLR_COLORSPEC &colour)
 {
+  CLR_COLORSPEC bare(colour);
+  bare.SetPaletteGuid({});
   switch (colour.GetType()) {
   case ClrModel::Xyz:
   case ClrModel::ScRgb:
   case ClrModel::Rgba:
   case ClrModel::Bgra:
     return true;
-  case ClrModel::Cmyk100: {
-    CLR_COLORSPEC cmyk(colour);
-    cmyk.SetType(ClrModel::Cmyk);
-    return cmyk.Validate();
-  }
+  case ClrModel::Pantone:
+  case ClrModel::PantoneHex:
+    return colour.GetDensity() <= 100;
+  case ClrModel::Cmyk100:
+    bare.SetType(ClrModel::Cmyk);
+    return bare.Validate();
   default:
-    return colour.Validate();
+    return bare.Validate();
   }
 }
 
