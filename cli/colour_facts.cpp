@@ -9,7 +9,6 @@
 
 namespace cli {
 
-namespace Model = ZelClr::ClrModel;
 using ZelClr::Formulas::Lab;
 
 CLR_COLORSPEC ColourFromInput(std::string_view text, const std::string &place)

@@ -15,9 +15,8 @@ int Complain(const std::string &message, cli::ExitCode code)
   return static_cast<int>(code);
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+/// Reads the command line and runs the command that it names.
+int RunTool(int argc, char **argv)
 {
   cli::Output output;
   auto exitCode = cli::ExitCode::Fine;
@@ -36,28 +35,33 @@ int main(int argc, char **argv)
     ->type_name("WHEN");
   app.footer("A colour is #ff8000, a name such as tomato, or a model with its components: RGB255(255,128,0),\n"
              "CMYK100(0,50,100,0), LAB(67,45,60), HSB(30,100,100).\n"
-             "Exit status: 0 fine, 1 findings, 2 wrong use, 3 unreadable input, 4 something missing.");
+             "Exit status: 0 fine, 1 findings, 2 wrong use, 3 a file that cannot be read or written,\n"
+             "4 something missing.");
   cli::AddConvert(app, output, exitCode);
   cli::AddInfo(app, output, exitCode);
   cli::AddReport(app, output, exitCode);
 
   try {
     app.parse(argc, argv);
-  } catch (const CLI::CallForHelp &help) {
-    return app.exit(help);
-  } catch (const CLI::CallForAllHelp &help) {
-    return app.exit(help);
-  } catch (const CLI::CallForVersion &version) {
-    return app.exit(version);
+  } catch (const CLI::Success &asked) { // help, version
+    return app.exit(asked);
   } catch (const CLI::ParseError &error) {
     return Complain(std::string(error.what()) + "; see zelclr --help", cli::ExitCode::Usage);
-  } catch (const cli::Failure &failure) {
-    std::fflush(stdout);
-    return Complain(failure.what(), failure.code);
-  } catch (const std::exception &error) {
-    return Complain(error.what(), cli::ExitCode::Missing);
   }
   if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
     return Complain("cannot write to standard output", cli::ExitCode::Unreadable);
   return static_cast<int>(exitCode);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+  try {
+    return RunTool(argc, argv);
+  } catch (const cli::Failure &failure) {
+    return Complain(failure.what(), failure.code);
+  } catch (const std::exception &error) {
+    return Complain(error.what(), cli::ExitCode::Missing);
+  }
 }

@@ -66,7 +66,7 @@ std::string Output::Faint(std::string_view text) const
   return DrawsColour() ? "\x1b[2m" + std::string(text) + "\x1b[0m" : std::string(text);
 }
 
-void PrintJson(std::string_view schema, Json content)
+void PrintJson(std::string_view schema, const Json &content)
 {
   Json document = {{"schema", schema}, {"schemaVersion", 1}};
   document.update(content);

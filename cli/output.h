@@ -37,7 +37,7 @@ struct Output
 };
 
 /// Writes one JSON document with the schema's name and version in front.
-void PrintJson(std::string_view schema, Json content);
+void PrintJson(std::string_view schema, const Json &content);
 
 /// "#ff8000"; empty for a colour without an appearance on screen.
 std::string HexFromColorSpec(const CLR_COLORSPEC &colour);

@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t kNameColumns = 24;
 constexpr std::size_t kInkColumns = 16;
 
-std::string RightAligned(std::string text, std::size_t columns)
+std::string RightAligned(const std::string &text, std::size_t columns)
 {
   return text.size() < columns ? std::string(columns - text.size(), ' ') + text : text;
 }

@@ -208,7 +208,7 @@ bool WClrColorDeviceN::ConvertToProcessType(DeviceN_Process_Type processType)
     if (index >= 0)
       converted.values_.insert(converted.values_.begin() + index, ValueAt(i));
   }
-  *this = std::move(converted);
+  *this = converted;
   return true;
 }
 

@@ -22,6 +22,25 @@ namespace ZelUtils {
 /// significant byte first, then eight bytes in order. Comparison is bytewise in this order.
 struct Guid
 {
+private:
+  static constexpr std::size_t kTextLength = 38;
+  // Where the two digits of each byte stand in the text.
+  static constexpr std::array<std::uint8_t, 16> kDigitOfByte = {7,  5,  3,  1,  12, 10, 17, 15,
+                                                                20, 22, 25, 27, 29, 31, 33, 35};
+
+  template <class Char>
+  static constexpr int Digit(Char c)
+  {
+    if (c >= Char('0') && c <= Char('9'))
+      return static_cast<int>(c - Char('0'));
+    if (c >= Char('A') && c <= Char('F'))
+      return static_cast<int>(c - Char('A')) + 10;
+    if (c >= Char('a') && c <= Char('f'))
+      return static_cast<int>(c - Char('a')) + 10;
+    return -1;
+  }
+
+public:
   std::array<std::uint8_t, 16> bytes{};
 
   constexpr bool IsNull() const { return *this == Guid{}; }
@@ -56,22 +75,6 @@ struct Guid
   ZELCLR_API std::wstring ToWideText() const;
 
 private:
-  static constexpr std::size_t kTextLength = 38;
-  // Where the two digits of each byte stand in the text.
-  static constexpr std::array<std::uint8_t, 16> kDigitOfByte = {7,  5,  3,  1,  12, 10, 17, 15,
-                                                                20, 22, 25, 27, 29, 31, 33, 35};
-
-  template <class Char>
-  static constexpr int Digit(Char c)
-  {
-    if (c >= Char('0') && c <= Char('9'))
-      return static_cast<int>(c - Char('0'));
-    if (c >= Char('A') && c <= Char('F'))
-      return static_cast<int>(c - Char('A')) + 10;
-    if (c >= Char('a') && c <= Char('f'))
-      return static_cast<int>(c - Char('a')) + 10;
-    return -1;
-  }
   template <class Text>
   Text AsText() const;
 };
@@ -81,7 +84,7 @@ inline namespace literals {
 /// An identifier in source text; text that is no identifier does not compile.
 consteval Guid operator""_guid(const char *text, std::size_t length)
 {
-  return Guid::FromText(std::string_view(text, length)).value();
+  return *Guid::FromText(std::string_view(text, length));
 }
 } // namespace literals
 
