@@ -405,6 +405,9 @@ public:
   /// Stores the identifier of a palette type; 16 (user inks) counts as 5.
   void SetPaletteType(std::uint16_t paletteType);
 
+  /// The colour itself or, for a reference, the one at the end of its references; an invalid colour for a reference to
+  /// nothing. It lives as long as that colour does.
+  const CLR_COLORSPEC &Resolved() const { return IsReference() ? ResolvedReference() : *this; }
   /// The colour that a reference refers to (it may be a reference, too); null for any other colour. It lives as long as
   /// some holder refers to it.
   const CLR_COLORSPEC *GetReference() const;
@@ -515,7 +518,6 @@ private:
     model_ = model;
     palette_ = Guid{};
   }
-  const CLR_COLORSPEC &Resolved() const { return IsReference() ? ResolvedReference() : *this; }
   bool ReferenceDepthIsOdd() const { return IsReference() && CountReferences() % 2 != 0; }
   bool HoldsPointerAt(std::size_t offset, std::size_t size) const;
   void CopyOwning(const CLR_COLORSPEC &other);

@@ -120,13 +120,17 @@ std::vector<std::uint8_t> ReadForm(std::istream &stream)
   return fill(kLengthEnd) ? form : std::vector<std::uint8_t>();
 }
 
-/// Takes the text up to a separator off the front; the separator goes, too.
-std::string_view Next(std::string_view &text, char separator)
+/// The parts between the separators: one more than there are separators.
+std::vector<std::string_view> Split(std::string_view text, std::string_view separator)
 {
-  const auto end = std::min(text.find(separator), text.size());
-  const std::string_view part = text.substr(0, end);
-  text.remove_prefix(std::min(end + 1, text.size()));
-  return part;
+  std::vector<std::string_view> parts;
+  for (;;) {
+    const auto end = text.find(separator);
+    parts.push_back(text.substr(0, end));
+    if (end == std::string_view::npos)
+      return parts;
+    text.remove_prefix(end + separator.size());
+  }
 }
 
 } // namespace
@@ -287,36 +291,32 @@ bool WClrColorDeviceN::LoadFromStr(std::string_view text)
 {
   if (!text.starts_with(kTextStart) || !text.ends_with(')'))
     return false;
-  text = text.substr(kTextStart.size(), text.size() - kTextStart.size() - 1);
-
-  std::string_view head = Next(text, ';');
-  const auto identifier = ZelUtl::IntegerFromText<std::int32_t>(Next(head, ' '));
-  if (!identifier)
+  const auto parts = Split(text.substr(kTextStart.size(), text.size() - kTextStart.size() - 1), "; ");
+  const auto head = Split(parts.front(), " ");
+  const auto identifier = ZelUtl::IntegerFromText<std::int32_t>(head[0]);
+  if (!identifier || (head.size() == 1 && parts.size() > 1) || (head.size() != 1 && head.size() != 4))
     return false;
   WClrColorDeviceN colour(nullptr, *identifier);
-  if (head.empty()) {
-    if (!text.empty())
-      return false;
+  if (head.size() == 1) {
     *this = colour;
     return true;
   }
 
-  const std::string_view baseName = Next(head, ' ');
   const auto base = std::find_if(ZelClr::kDeviceNBases.begin(), ZelClr::kDeviceNBases.end(),
-                                 [&](const auto &b) { return b.name == baseName; });
-  const auto spaceIdentifier = ZelUtl::IntegerFromText<std::int32_t>(Next(head, ' '));
-  if (base == ZelClr::kDeviceNBases.end() || !spaceIdentifier || (head != "unique" && head != "any"))
+                                 [&](const auto &b) { return b.name == head[1]; });
+  const auto spaceIdentifier = ZelUtl::IntegerFromText<std::int32_t>(head[2]);
+  if (base == ZelClr::kDeviceNBases.end() || !spaceIdentifier || (head[3] != "unique" && head[3] != "any"))
     return false;
   const auto processType = static_cast<DeviceN_Process_Type>(base - ZelClr::kDeviceNBases.begin());
   auto space = std::make_shared<WClrColorSpaceDeviceN>(*spaceIdentifier, processType);
-  space->EnableUniqueColorPlates(head == "unique");
-  while (!text.empty()) {
-    std::string_view plate = Next(text, ';');
-    if (!Next(plate, ' ').empty()) // a blank follows each semicolon
+  space->EnableUniqueColorPlates(head[3] == "unique");
+  for (const std::string_view part : std::span(parts).subspan(1)) {
+    const auto plate = Split(part, " ");
+    if (plate.size() != 3)
       return false;
-    const auto type = ZelUtl::IntegerFromText<DeviceN_Plate_Type>(Next(plate, ' '));
-    const auto plateColour = ZelClr::ColorSpecFromText(Next(plate, ' '));
-    const auto value = ZelUtl::IntegerFromText<std::uint32_t>(plate);
+    const auto type = ZelUtl::IntegerFromText<DeviceN_Plate_Type>(plate[0]);
+    const auto plateColour = ZelClr::ColorSpecFromText(plate[1]);
+    const auto value = ZelUtl::IntegerFromText<std::uint32_t>(plate[2]);
     if (!type || !plateColour || !value || !space->AppendInOrder(*type, *plateColour))
       return false;
     colour.values_.push_back(*value);

@@ -262,7 +262,8 @@ bool IsBasic(unsigned model)
   return model == Model::Rgb255 || FindStep(model, Model::Rgb255);
 }
 
-/// A colour of a basic model that looks like the given one: itself, or the process colour of an ink at its density.
+/// A colour of a basic model that looks like the given one, which is no reference: itself, or the process colour of an
+/// ink at its density.
 bool AppearanceOf(const Colour &colour, unsigned wantedModel, Colour &appearance)
 {
   const unsigned model = colour.GetType();
@@ -321,7 +322,7 @@ void ConvertBasic(Colour *destination, unsigned model, const Colour &source)
 bool WClrConvert::ConvertToBasicType(Colour *destination, unsigned model, const Colour *source)
 {
   Colour appearance;
-  if (!IsBasic(model) || !AppearanceOf(*source, model, appearance))
+  if (!IsBasic(model) || !AppearanceOf(source->Resolved(), model, appearance))
     return false;
   ConvertBasic(destination, model, appearance);
   return true;
@@ -374,21 +375,17 @@ bool WClrConvert::ConvertToValidDuotone(Colour *destination, const Colour *sourc
 
 int WClrConvert::CompareColors(const Colour &a, const Colour &b)
 {
-  if (!a.IsReference() && !b.IsReference())
-    return a.CompareTo(b);
-  Colour left;
-  Colour right;
-  left.Copy(a);
-  right.Copy(b);
-  return left.CompareTo(right);
+  return a.Resolved().CompareTo(b.Resolved());
 }
 
 std::optional<double> WClrConvert::GetColorDistance(const Colour &a, const Colour &b)
 {
   const auto lab = [](const Colour &colour) -> std::optional<Formulas::Lab> {
     Colour appearance;
-    if (!AppearanceOf(colour, Model::Lab, appearance))
+    if (!AppearanceOf(colour.Resolved(), Model::Lab, appearance))
       return std::nullopt;
+    if (appearance.GetType() == Model::Lab255)
+      ConvertLAB255ToLAB(&appearance, &appearance);
     if (appearance.GetType() == Model::Lab) {
       return Formulas::LabFromRecord(appearance.GetComponent<std::uint8_t>(0), appearance.GetComponent<std::int8_t>(1),
                                      appearance.GetComponent<std::int8_t>(2));

@@ -79,7 +79,7 @@ bool WClrConvert::ConvertToDeviceN(CLR_COLORSPEC *destination, const CLR_COLORSP
     destination->Copy(*source);
     return true;
   }
-  auto value = AsDeviceN(*source);
+  auto value = AsDeviceN(source->Resolved());
   if (!value)
     return false;
   CLR_COLORSPEC::MakeDEVICEN(*destination, value.release());

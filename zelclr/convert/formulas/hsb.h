@@ -70,7 +70,8 @@ constexpr Hsb HsbFromRgb48(int red, int green, int blue)
   const int divisor = spread == 0 ? 1 : spread;
   const int hue =
     HueFromRgb(red, green, blue, max, [=](int distance) { return WideQuotient(65536.0 * distance, divisor); });
-  return {hue, WideQuotient(255.0 * spread, max == 0 ? 1 : max), (max * 255 + 32767) / 65535};
+  const int saturation = WideQuotient(255.0 * spread, max == 0 ? 1 : max);
+  return {saturation == 0 ? 0 : hue, saturation, (max * 255 + 32767) / 65535};
 }
 
 /// The hue brought into 0 to 359 by whole turns.
