@@ -86,6 +86,15 @@ TEST(WClrColorSpaceDeviceN, PlatesStartWithTheColourOfTheirType)
   }
   for (const DeviceN_Plate_Type none : {-1, 0, 11, 14, 15, 18, 1000})
     EXPECT_EQ(Space(0, DeviceN_Process_None).AddColorPlate(none), -1) << none;
+  for (const int unknown : {0, 10, 16, 26, 31, 1013, 65535}) {
+    C colour;
+    colour.SetType(static_cast<std::uint16_t>(unknown));
+    EXPECT_EQ(Space(0, DeviceN_Process_None).AddSpotColorPlate(colour), -1) << unknown;
+  }
+  Space odd(0, static_cast<DeviceN_Process_Type>(7));
+  EXPECT_FALSE(odd.HasProcess()) << "what no file can state";
+  odd.SetProcessType(static_cast<DeviceN_Process_Type>(-1));
+  EXPECT_FALSE(odd.HasProcess());
 }
 
 TEST(WClrColorSpaceDeviceN, RandomPlatesStandInOrderOfTypeBehindTheirEquals)

@@ -413,6 +413,7 @@ public:
   const CLR_COLORSPEC *GetReference() const;
   /// Gives the referenced colour a new value, which every holder then reads. Does nothing when this is no reference, or
   /// when the value is a reference that leads back here: a ring of references has no colour at its end.
+  /// Takes time in proportion to the value's own chain of references.
   void SetReferenceColorValue(const CLR_COLORSPEC &value);
   /// Whether both are references to one shared colour.
   bool IsSameReference(const CLR_COLORSPEC &other) const;

@@ -57,11 +57,13 @@ bool StoreComponent(CLR_COLORSPEC &colour, const ColourComponent &component, dou
         return false;
       colour.SetComponent(component.offset, value);
     } else {
-      const double value = std::round(text / component.scale);
+      constexpr double kSlack = 1e-6; // of the division; far below any unit
+      const double exact = text / component.scale;
+      if (exact < std::numeric_limits<T>::min() - kSlack || exact > std::numeric_limits<T>::max() + kSlack)
+        return false;
+      const double value = std::round(exact);
       // A whole unit must be stated as one: 12.5 of 255 is a slip, 12.5 % is not.
       if (component.scale == 1 && value != text)
-        return false;
-      if (value < std::numeric_limits<T>::min() || value > std::numeric_limits<T>::max())
         return false;
       colour.SetComponent(component.offset, static_cast<T>(value));
     }

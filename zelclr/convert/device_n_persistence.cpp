@@ -280,8 +280,9 @@ std::string WClrColorDeviceN::SaveInStr() const
     for (std::size_t i = 0; i < space_->GetColorPlates().size(); ++i) {
       const DeviceN_Plate &plate = space_->GetColorPlates()[i];
       const std::string colour = ZelClr::TextFromColorSpec(plate.colour);
-      text += "; " + std::to_string(plate.type) + ' ' + (colour.empty() ? "CSINVALID()" : colour) + ' ' +
-              std::to_string(ValueAt(i));
+      if (colour.empty())
+        return {};
+      text += "; " + std::to_string(plate.type) + ' ' + colour + ' ' + std::to_string(ValueAt(i));
     }
   }
   return text + ')';

@@ -87,6 +87,7 @@ public:
   bool SaveIn(std::ostream &stream) const;
   bool LoadFrom(std::istream &stream);
   /// The text form, ASCII: DEVICEN/1(7 CMYK 0 unique; 2 CMYK100(100,0,0,0) 40; 15 SPOT(17,100)@{...} 80)
+  /// Empty when a plate's colour has no text: an scRGB colour that is not finite.
   std::string SaveInStr() const;
   bool LoadFromStr(std::string_view text);
 

@@ -17,9 +17,15 @@ int Sign(std::int64_t difference)
 } // namespace
 
 WClrColorSpaceDeviceN::WClrColorSpaceDeviceN(int identifier, DeviceN_Process_Type processType)
-  : processType_(processType),
+  : processType_(ZelClr::IsKnownBase(processType) ? processType : DeviceN_Process_None),
     identifier_(identifier)
 {}
+
+void WClrColorSpaceDeviceN::SetProcessType(DeviceN_Process_Type processType)
+{
+  if (ZelClr::IsKnownBase(processType))
+    processType_ = processType;
+}
 
 int WClrColorSpaceDeviceN::CompareTo(const WClrColorSpaceDeviceN &other) const
 {
@@ -96,7 +102,7 @@ int WClrColorSpaceDeviceN::AddSpotColorPlate(const CLR_COLORSPEC &colour)
 {
   CLR_COLORSPEC ink;
   ink.Copy(colour);
-  if (ink.IsInvalid() || ink.GetType() == Model::DeviceN)
+  if (ink.GetType() == Model::Invalid || ink.GetType() == Model::DeviceN || !ZelClr::FindColourModel(ink.GetType()))
     return -1;
   ink.SetDensity(100);
   const int present = uniquePlates_ ? GetSpotColorPlateIndex(ink) : -1;

@@ -71,7 +71,7 @@ public:
   /// More plates than any press has; adding beyond is refused.
   static constexpr std::size_t kMostPlates = 255;
 
-  /// No plates; the identifier is the caller's own and only kept.
+  /// No plates; an unknown process type counts as none; the identifier is the caller's own and only kept.
   WClrColorSpaceDeviceN(int identifier, DeviceN_Process_Type processType);
   WClrColorSpaceDeviceN(const WClrColorSpaceDeviceN &) = default;
   WClrColorSpaceDeviceN &operator=(const WClrColorSpaceDeviceN &) = default;
@@ -85,7 +85,8 @@ public:
   friend bool operator==(const WClrColorSpaceDeviceN &a, const WClrColorSpaceDeviceN &b) { return a.CompareTo(b) == 0; }
 
   DeviceN_Process_Type GetProcessType() const { return processType_; }
-  void SetProcessType(DeviceN_Process_Type processType) { processType_ = processType; }
+  /// An unknown type is ignored.
+  void SetProcessType(DeviceN_Process_Type processType);
   bool IsRGBBased() const { return processType_ == DeviceN_Process_RGB; }
   bool IsCMYKBased() const { return processType_ == DeviceN_Process_CMYK; }
   bool IsHexBased() const { return processType_ == DeviceN_Process_Hexachrome; }
@@ -115,7 +116,7 @@ public:
   /// Adds a plate with the colour of its type where FindBestPositionFor says; answers its index. -1 for types 0 and 15,
   /// which need a colour, for a type without a meaning, and for a full space.
   int AddColorPlate(DeviceN_Plate_Type type);
-  /// Adds a spot plate, its colour at density 100; -1 for an invalid or a DeviceN colour and for a full space.
+  /// Adds a spot plate, its colour at density 100; -1 for a DeviceN colour, one of no known model, and a full space.
   int AddSpotColorPlate(const CLR_COLORSPEC &colour);
   /// Adds a plate of the type whose colour is brought into the space's base through the context. Defined with the
   /// colour converters, in colorsystem/.
