@@ -50,6 +50,9 @@ class ZELCLR_API CLR_COLORSPEC
 {
 public:
   using Guid = ZelUtils::Guid;
+  using Byte = std::uint8_t;
+  using Word = std::uint16_t;
+  using SignedWord = std::int16_t;
 
   /// An invalid colour.
   CLR_COLORSPEC() = default;
@@ -105,16 +108,16 @@ public:
 
   /// RGB255 from 0x00BBGGRR; the top byte is dropped.
   static void MakeCOLORREF(CLR_COLORSPEC &colour, COLORREF value);
-  static CLR_COLORSPEC MakeCOLORREF(COLORREF value) { return Made(&CLR_COLORSPEC::MakeCOLORREF, value); }
+  static CLR_COLORSPEC MakeCOLORREF(COLORREF value);
   /// Components 0 to 255.
-  static void MakeRGB(CLR_COLORSPEC &colour, std::uint8_t red, std::uint8_t green, std::uint8_t blue)
+  static void MakeRGB(CLR_COLORSPEC &colour, Byte red, Byte green, Byte blue)
   {
     colour.Begin(ZelClr::ClrModel::Rgb255);
     colour.Store(0, blue);
     colour.Store(1, green);
     colour.Store(2, red);
   }
-  static CLR_COLORSPEC MakeRGB(std::uint8_t red, std::uint8_t green, std::uint8_t blue)
+  static CLR_COLORSPEC MakeRGB(Byte red, Byte green, Byte blue)
   {
     CLR_COLORSPEC colour;
     MakeRGB(colour, red, green, blue);
@@ -122,189 +125,105 @@ public:
   }
   /// RGB255 (components 0 to 255), then converted into the blending model of the active document's colour context.
   /// Without a document, as in a host that has none, the colour stays RGB255.
-  static void MakeFromRGB(CLR_COLORSPEC &colour, std::uint8_t red, std::uint8_t green, std::uint8_t blue);
-  static CLR_COLORSPEC MakeFromRGB(std::uint8_t red, std::uint8_t green, std::uint8_t blue)
-  {
-    return Made(&CLR_COLORSPEC::MakeFromRGB, red, green, blue);
-  }
+  static void MakeFromRGB(CLR_COLORSPEC &colour, Byte red, Byte green, Byte blue);
+  static CLR_COLORSPEC MakeFromRGB(Byte red, Byte green, Byte blue);
   /// CMY255, components 0 to 255.
-  static void MakeCMY(CLR_COLORSPEC &colour, std::uint8_t cyan, std::uint8_t magenta, std::uint8_t yellow);
-  static CLR_COLORSPEC MakeCMY(std::uint8_t cyan, std::uint8_t magenta, std::uint8_t yellow)
-  {
-    return Made(&CLR_COLORSPEC::MakeCMY, cyan, magenta, yellow);
-  }
+  static void MakeCMY(CLR_COLORSPEC &colour, Byte cyan, Byte magenta, Byte yellow);
+  static CLR_COLORSPEC MakeCMY(Byte cyan, Byte magenta, Byte yellow);
   /// Model 2, percentages 0 to 100.
-  static void MakeCMYK(CLR_COLORSPEC &colour, std::uint8_t cyan, std::uint8_t magenta, std::uint8_t yellow,
-                       std::uint8_t black);
-  static CLR_COLORSPEC MakeCMYK(std::uint8_t cyan, std::uint8_t magenta, std::uint8_t yellow, std::uint8_t black)
-  {
-    return Made(&CLR_COLORSPEC::MakeCMYK, cyan, magenta, yellow, black);
-  }
+  static void MakeCMYK(CLR_COLORSPEC &colour, Byte cyan, Byte magenta, Byte yellow, Byte black);
+  static CLR_COLORSPEC MakeCMYK(Byte cyan, Byte magenta, Byte yellow, Byte black);
   /// Components 0 to 255.
-  static void MakeCMYK255(CLR_COLORSPEC &colour, std::uint8_t cyan, std::uint8_t magenta, std::uint8_t yellow,
-                          std::uint8_t black);
-  static CLR_COLORSPEC MakeCMYK255(std::uint8_t cyan, std::uint8_t magenta, std::uint8_t yellow, std::uint8_t black)
-  {
-    return Made(&CLR_COLORSPEC::MakeCMYK255, cyan, magenta, yellow, black);
-  }
+  static void MakeCMYK255(CLR_COLORSPEC &colour, Byte cyan, Byte magenta, Byte yellow, Byte black);
+  static CLR_COLORSPEC MakeCMYK255(Byte cyan, Byte magenta, Byte yellow, Byte black);
   /// Model 17, percentages 0 to 100.
-  static void MakeCMYK100(CLR_COLORSPEC &colour, std::uint8_t cyan, std::uint8_t magenta, std::uint8_t yellow,
-                          std::uint8_t black);
-  static CLR_COLORSPEC MakeCMYK100(std::uint8_t cyan, std::uint8_t magenta, std::uint8_t yellow, std::uint8_t black)
-  {
-    return Made(&CLR_COLORSPEC::MakeCMYK100, cyan, magenta, yellow, black);
-  }
+  static void MakeCMYK100(CLR_COLORSPEC &colour, Byte cyan, Byte magenta, Byte yellow, Byte black);
+  static CLR_COLORSPEC MakeCMYK100(Byte cyan, Byte magenta, Byte yellow, Byte black);
   /// The registration colour, all inks and the density 100.
   static void MakeREGCOLOR(CLR_COLORSPEC &colour);
-  static CLR_COLORSPEC MakeREGCOLOR() { return Made(&CLR_COLORSPEC::MakeREGCOLOR); }
+  static CLR_COLORSPEC MakeREGCOLOR();
   /// Hue in degrees 0 to 359, saturation and brightness 0 to 255.
-  static void MakeHSB(CLR_COLORSPEC &colour, std::int16_t hue, std::uint8_t saturation, std::uint8_t brightness);
-  static CLR_COLORSPEC MakeHSB(std::int16_t hue, std::uint8_t saturation, std::uint8_t brightness)
-  {
-    return Made(&CLR_COLORSPEC::MakeHSB, hue, saturation, brightness);
-  }
+  static void MakeHSB(CLR_COLORSPEC &colour, SignedWord hue, Byte saturation, Byte brightness);
+  static CLR_COLORSPEC MakeHSB(SignedWord hue, Byte saturation, Byte brightness);
   /// Hue in degrees 0 to 359, lightness and saturation 0 to 255.
-  static void MakeHLS(CLR_COLORSPEC &colour, std::int16_t hue, std::uint8_t lightness, std::uint8_t saturation);
-  static CLR_COLORSPEC MakeHLS(std::int16_t hue, std::uint8_t lightness, std::uint8_t saturation)
-  {
-    return Made(&CLR_COLORSPEC::MakeHLS, hue, lightness, saturation);
-  }
+  static void MakeHLS(CLR_COLORSPEC &colour, SignedWord hue, Byte lightness, Byte saturation);
+  static CLR_COLORSPEC MakeHLS(SignedWord hue, Byte lightness, Byte saturation);
   /// A user's ink: its appearance on screen (red, green, blue, 0 to 255) and its density, 0 to 100.
-  static void MakeUSERINKS(CLR_COLORSPEC &colour, std::uint8_t red, std::uint8_t green, std::uint8_t blue,
-                           std::uint8_t density);
-  static CLR_COLORSPEC MakeUserInks(std::uint8_t red, std::uint8_t green, std::uint8_t blue, std::uint8_t density)
-  {
-    return Made(&CLR_COLORSPEC::MakeUSERINKS, red, green, blue, density);
-  }
+  static void MakeUSERINKS(CLR_COLORSPEC &colour, Byte red, Byte green, Byte blue, Byte density);
+  static CLR_COLORSPEC MakeUserInks(Byte red, Byte green, Byte blue, Byte density);
   /// A user's ink by its index, density 0 to 100.
-  static void MakeINDEXEDUSERINKS(CLR_COLORSPEC &colour, std::int16_t ink, std::uint8_t density);
-  static CLR_COLORSPEC MakeIndexedUserInks(std::int16_t ink, std::uint8_t density)
-  {
-    return Made(&CLR_COLORSPEC::MakeINDEXEDUSERINKS, ink, density);
-  }
+  static void MakeINDEXEDUSERINKS(CLR_COLORSPEC &colour, SignedWord ink, Byte density);
+  static CLR_COLORSPEC MakeIndexedUserInks(SignedWord ink, Byte density);
   /// Y 0 to 255; I and Q halved and offset so that 100 is neutral.
-  static void MakeYIQ255(CLR_COLORSPEC &colour, std::uint8_t y, std::uint8_t i, std::uint8_t q);
-  static CLR_COLORSPEC MakeYIQ255(std::uint8_t y, std::uint8_t i, std::uint8_t q)
-  {
-    return Made(&CLR_COLORSPEC::MakeYIQ255, y, i, q);
-  }
+  static void MakeYIQ255(CLR_COLORSPEC &colour, Byte y, Byte i, Byte q);
+  static CLR_COLORSPEC MakeYIQ255(Byte y, Byte i, Byte q);
   /// L* = l * 100 / 255, a* = a * 60 / 127, b* = b * 60 / 127.
-  static void MakeLAB(CLR_COLORSPEC &colour, std::uint8_t l, std::int8_t a, std::int8_t b);
-  static CLR_COLORSPEC MakeLAB(std::uint8_t l, std::int8_t a, std::int8_t b)
-  {
-    return Made(&CLR_COLORSPEC::MakeLAB, l, a, b);
-  }
+  static void MakeLAB(CLR_COLORSPEC &colour, Byte l, std::int8_t a, std::int8_t b);
+  static CLR_COLORSPEC MakeLAB(Byte l, std::int8_t a, std::int8_t b);
   /// As MakeLAB, with 128 added to a and b.
-  static void MakeLAB255(CLR_COLORSPEC &colour, std::uint8_t l, std::uint8_t a, std::uint8_t b);
-  static CLR_COLORSPEC MakeLAB255(std::uint8_t l, std::uint8_t a, std::uint8_t b)
-  {
-    return Made(&CLR_COLORSPEC::MakeLAB255, l, a, b);
-  }
+  static void MakeLAB255(CLR_COLORSPEC &colour, Byte l, Byte a, Byte b);
+  static CLR_COLORSPEC MakeLAB255(Byte l, Byte a, Byte b);
   /// Three bytes of XYZ.
-  static void MakeXYZ(CLR_COLORSPEC &colour, std::uint8_t x, std::uint8_t y, std::uint8_t z);
-  static CLR_COLORSPEC MakeXYZ(std::uint8_t x, std::uint8_t y, std::uint8_t z)
-  {
-    return Made(&CLR_COLORSPEC::MakeXYZ, x, y, z);
-  }
+  static void MakeXYZ(CLR_COLORSPEC &colour, Byte x, Byte y, Byte z);
+  static CLR_COLORSPEC MakeXYZ(Byte x, Byte y, Byte z);
   /// 0 black to 255 white.
-  static void MakeGRAY(CLR_COLORSPEC &colour, std::uint8_t gray);
-  static CLR_COLORSPEC MakeGRAY(std::uint8_t gray) { return Made(&CLR_COLORSPEC::MakeGRAY, gray); }
+  static void MakeGRAY(CLR_COLORSPEC &colour, Byte gray);
+  static CLR_COLORSPEC MakeGRAY(Byte gray);
   /// 1 white, 0 black.
   static void MakeBW(CLR_COLORSPEC &colour, std::int32_t white);
-  static CLR_COLORSPEC MakeBW(std::int32_t white) { return Made(&CLR_COLORSPEC::MakeBW, white); }
+  static CLR_COLORSPEC MakeBW(std::int32_t white);
   /// Six inks, 0 to 255; the density is 100.
   ///
   /// KEPT: the accessors GetHEXMagenta, GetHEXCyan, GetHEXGreen and GetHEXBlack read bytes 4 to 7, where this order
   /// puts yellow, black, orange and green; filters depend on both. All arithmetic of the library follows this order.
-  static void MakeHEX(CLR_COLORSPEC &colour, std::uint8_t cyan, std::uint8_t magenta, std::uint8_t yellow,
-                      std::uint8_t black, std::uint8_t orange, std::uint8_t green);
-  static CLR_COLORSPEC MakeHEX(std::uint8_t cyan, std::uint8_t magenta, std::uint8_t yellow, std::uint8_t black,
-                               std::uint8_t orange, std::uint8_t green)
-  {
-    return Made(&CLR_COLORSPEC::MakeHEX, cyan, magenta, yellow, black, orange, green);
-  }
+  static void MakeHEX(CLR_COLORSPEC &colour, Byte cyan, Byte magenta, Byte yellow, Byte black, Byte orange, Byte green);
+  static CLR_COLORSPEC MakeHEX(Byte cyan, Byte magenta, Byte yellow, Byte black, Byte orange, Byte green);
   /// The palette identifier is that of the palette type, all zero when the type has none. Density 0 to 100.
-  static void MakePANTONEHEX(CLR_COLORSPEC &colour, std::uint16_t paletteType, std::int16_t number,
-                             std::uint16_t density);
-  static CLR_COLORSPEC MakePANTONEHEX(std::uint16_t paletteType, std::int16_t number, std::uint16_t density)
-  {
-    return Made(&CLR_COLORSPEC::MakePANTONEHEX, paletteType, number, density);
-  }
+  static void MakePANTONEHEX(CLR_COLORSPEC &colour, Word paletteType, SignedWord number, Word density);
+  static CLR_COLORSPEC MakePANTONEHEX(Word paletteType, SignedWord number, Word density);
   /// In the fixed Pantone palette. Density 0 to 100.
-  static void MakePANTONE(CLR_COLORSPEC &colour, std::int16_t number, std::uint16_t density);
-  static CLR_COLORSPEC MakePANTONE(std::int16_t number, std::uint16_t density)
-  {
-    return Made(&CLR_COLORSPEC::MakePANTONE, number, density);
-  }
+  static void MakePANTONE(CLR_COLORSPEC &colour, SignedWord number, Word density);
+  static CLR_COLORSPEC MakePANTONE(SignedWord number, Word density);
   /// Components 0 to 65535; the density is 100.
-  static void MakeRGB48(CLR_COLORSPEC &colour, std::uint16_t red, std::uint16_t green, std::uint16_t blue);
-  static CLR_COLORSPEC MakeRGB48(std::uint16_t red, std::uint16_t green, std::uint16_t blue)
-  {
-    return Made(&CLR_COLORSPEC::MakeRGB48, red, green, blue);
-  }
+  static void MakeRGB48(CLR_COLORSPEC &colour, Word red, Word green, Word blue);
+  static CLR_COLORSPEC MakeRGB48(Word red, Word green, Word blue);
   /// 0 black to 65535 white.
-  static void MakeGRAY16(CLR_COLORSPEC &colour, std::uint16_t gray);
-  static CLR_COLORSPEC MakeGRAY16(std::uint16_t gray) { return Made(&CLR_COLORSPEC::MakeGRAY16, gray); }
+  static void MakeGRAY16(CLR_COLORSPEC &colour, Word gray);
+  static CLR_COLORSPEC MakeGRAY16(Word gray);
   /// Takes ownership of the value, which may be null.
   static void MakeDEVICEN(CLR_COLORSPEC &colour, WClrColorDeviceN *value);
-  static CLR_COLORSPEC MakeDEVICEN(WClrColorDeviceN *value) { return Made(&CLR_COLORSPEC::MakeDEVICEN, value); }
+  static CLR_COLORSPEC MakeDEVICEN(WClrColorDeviceN *value);
   /// A spot colour of a palette. Density 0 to 100. The definition is not owned; null when it is not known.
-  static void MakeSPOT(CLR_COLORSPEC &colour, const Guid &palette, std::int16_t number, std::uint16_t density,
+  static void MakeSPOT(CLR_COLORSPEC &colour, const Guid &palette, SignedWord number, Word density,
                        const SpotColorDefinition *definition);
-  static CLR_COLORSPEC MakeSPOT(const Guid &palette, std::int16_t number, std::uint16_t density,
-                                const SpotColorDefinition *definition)
-  {
-    CLR_COLORSPEC colour;
-    MakeSPOT(colour, palette, number, density, definition);
-    return colour;
-  }
+  static CLR_COLORSPEC MakeSPOT(const Guid &palette, SignedWord number, Word density,
+                                const SpotColorDefinition *definition);
   /// The same by palette type; the identifier is all zero when the type has none.
-  static void MakeSPOT(CLR_COLORSPEC &colour, std::uint16_t paletteType, std::int16_t number, std::uint16_t density,
+  static void MakeSPOT(CLR_COLORSPEC &colour, Word paletteType, SignedWord number, Word density,
                        const SpotColorDefinition *definition);
-  static CLR_COLORSPEC MakeSPOT(std::uint16_t paletteType, std::int16_t number, std::uint16_t density,
-                                const SpotColorDefinition *definition)
-  {
-    CLR_COLORSPEC colour;
-    MakeSPOT(colour, paletteType, number, density, definition);
-    return colour;
-  }
+  static CLR_COLORSPEC MakeSPOT(Word paletteType, SignedWord number, Word density,
+                                const SpotColorDefinition *definition);
   /// An index into a palette.
-  static void MakeINDEX(CLR_COLORSPEC &colour, std::uint16_t index);
-  static CLR_COLORSPEC CLRMakeIndex(std::uint16_t index) { return Made(&CLR_COLORSPEC::MakeINDEX, index); }
+  static void MakeINDEX(CLR_COLORSPEC &colour, Word index);
+  static CLR_COLORSPEC CLRMakeIndex(Word index);
   static void MakeINVALID(CLR_COLORSPEC &colour) { colour.Begin(ZelClr::ClrModel::Invalid); }
   static CLR_COLORSPEC MakeInvalid() { return CLR_COLORSPEC(); }
   /// 0 black to 1 white; values beyond are kept.
   static void MakeSCRGB(CLR_COLORSPEC &colour, float red, float green, float blue);
-  static CLR_COLORSPEC MakeSCRGB(float red, float green, float blue)
-  {
-    return Made(&CLR_COLORSPEC::MakeSCRGB, red, green, blue);
-  }
+  static CLR_COLORSPEC MakeSCRGB(float red, float green, float blue);
   /// Bytes in memory: red, green, blue, alpha.
-  static void MakeRGBA(CLR_COLORSPEC &colour, std::uint8_t red, std::uint8_t green, std::uint8_t blue,
-                       std::uint8_t alpha);
-  static CLR_COLORSPEC MakeRGBA(std::uint8_t red, std::uint8_t green, std::uint8_t blue, std::uint8_t alpha)
-  {
-    return Made(&CLR_COLORSPEC::MakeRGBA, red, green, blue, alpha);
-  }
+  static void MakeRGBA(CLR_COLORSPEC &colour, Byte red, Byte green, Byte blue, Byte alpha);
+  static CLR_COLORSPEC MakeRGBA(Byte red, Byte green, Byte blue, Byte alpha);
   /// Bytes in memory: blue, green, red, alpha.
-  static void MakeBGRA(CLR_COLORSPEC &colour, std::uint8_t red, std::uint8_t green, std::uint8_t blue,
-                       std::uint8_t alpha);
-  static CLR_COLORSPEC MakeBGRA(std::uint8_t red, std::uint8_t green, std::uint8_t blue, std::uint8_t alpha)
-  {
-    return Made(&CLR_COLORSPEC::MakeBGRA, red, green, blue, alpha);
-  }
+  static void MakeBGRA(CLR_COLORSPEC &colour, Byte red, Byte green, Byte blue, Byte alpha);
+  static CLR_COLORSPEC MakeBGRA(Byte red, Byte green, Byte blue, Byte alpha);
   /// A reference. Where the source is a reference, both share its colour and the palette identifier is the source's; a
   /// reference to nothing makes the colour invalid. Otherwise a copy of the source becomes the shared colour.
   ///
   /// KEPT: in the last case the filled colour keeps its own palette identifier, where one would expect it cleared; it
   /// never shows, because reading follows the reference.
   static void MakeReference(CLR_COLORSPEC &target, const CLR_COLORSPEC &source);
-  static CLR_COLORSPEC MakeReference(const CLR_COLORSPEC &source)
-  {
-    CLR_COLORSPEC colour;
-    MakeReference(colour, source);
-    return colour;
-  }
+  static CLR_COLORSPEC MakeReference(const CLR_COLORSPEC &source);
   /// White of the colour's own model, in place, for models 2 to 24 that have components; others are left as they are.
   /// White of model 14 is density 0. Does nothing to a reference's bytes: it whitens the colour that is referred to.
   static void MakeWhite(CLR_COLORSPEC &colour);
@@ -333,33 +252,33 @@ public:
       Store(offset, value);
   }
 
-  std::uint8_t GetBlue() const { return GetComponent<std::uint8_t>(0); }
-  void SetBlue(std::uint8_t value) { SetComponent(0, value); }
+  Byte GetBlue() const { return GetComponent<Byte>(0); }
+  void SetBlue(Byte value) { SetComponent(0, value); }
   /// The second 8-bit component of any model.
-  std::uint8_t GetI255() const { return GetComponent<std::uint8_t>(1); }
-  void SetI255(std::uint8_t value) { SetComponent(1, value); }
-  std::uint8_t GetRed() const { return GetComponent<std::uint8_t>(2); }
-  void SetRed(std::uint8_t value) { SetComponent(2, value); }
-  std::uint8_t GetBlack() const { return GetComponent<std::uint8_t>(3); }
-  void SetBlack(std::uint8_t value) { SetComponent(3, value); }
-  std::int16_t GetHue() const { return GetComponent<std::int16_t>(0); }
-  void SetHue(std::int16_t value) { SetComponent(0, value); }
+  Byte GetI255() const { return GetComponent<Byte>(1); }
+  void SetI255(Byte value) { SetComponent(1, value); }
+  Byte GetRed() const { return GetComponent<Byte>(2); }
+  void SetRed(Byte value) { SetComponent(2, value); }
+  Byte GetBlack() const { return GetComponent<Byte>(3); }
+  void SetBlack(Byte value) { SetComponent(3, value); }
+  SignedWord GetHue() const { return GetComponent<SignedWord>(0); }
+  void SetHue(SignedWord value) { SetComponent(0, value); }
   std::int32_t GetBW() const { return GetComponent<std::int32_t>(0); }
   void SetBW(std::int32_t value) { SetComponent(0, value); }
-  std::uint16_t GetBlue16() const { return GetComponent<std::uint16_t>(2); }
-  void SetBlue16(std::uint16_t value) { SetComponent(2, value); }
-  std::uint16_t GetGreen16() const { return GetComponent<std::uint16_t>(4); }
-  void SetGreen16(std::uint16_t value) { SetComponent(4, value); }
-  std::uint16_t GetRed16() const { return GetComponent<std::uint16_t>(6); }
-  void SetRed16(std::uint16_t value) { SetComponent(6, value); }
-  std::uint8_t GetHEXMagenta() const { return GetComponent<std::uint8_t>(4); }
-  void SetHEXMagenta(std::uint8_t value) { SetComponent(4, value); }
-  std::uint8_t GetHEXCyan() const { return GetComponent<std::uint8_t>(5); }
-  void SetHEXCyan(std::uint8_t value) { SetComponent(5, value); }
-  std::uint8_t GetHEXGreen() const { return GetComponent<std::uint8_t>(6); }
-  void SetHEXGreen(std::uint8_t value) { SetComponent(6, value); }
-  std::uint8_t GetHEXBlack() const { return GetComponent<std::uint8_t>(7); }
-  void SetHEXBlack(std::uint8_t value) { SetComponent(7, value); }
+  Word GetBlue16() const { return GetComponent<Word>(2); }
+  void SetBlue16(Word value) { SetComponent(2, value); }
+  Word GetGreen16() const { return GetComponent<Word>(4); }
+  void SetGreen16(Word value) { SetComponent(4, value); }
+  Word GetRed16() const { return GetComponent<Word>(6); }
+  void SetRed16(Word value) { SetComponent(6, value); }
+  Byte GetHEXMagenta() const { return GetComponent<Byte>(4); }
+  void SetHEXMagenta(Byte value) { SetComponent(4, value); }
+  Byte GetHEXCyan() const { return GetComponent<Byte>(5); }
+  void SetHEXCyan(Byte value) { SetComponent(5, value); }
+  Byte GetHEXGreen() const { return GetComponent<Byte>(6); }
+  void SetHEXGreen(Byte value) { SetComponent(6, value); }
+  Byte GetHEXBlack() const { return GetComponent<Byte>(7); }
+  void SetHEXBlack(Byte value) { SetComponent(7, value); }
   float GetSCRed() const { return GetComponent<float>(0); }
   void SetSCRed(float value) { SetComponent(0, value); }
   float GetSCGreen() const { return GetComponent<float>(4); }
@@ -369,8 +288,8 @@ public:
 
   /// KEPT: through one reference the black and the density of a registration colour change places, through two they do
   /// not, and so on by turns, where one would expect the same answer as without; stored data depends on it.
-  std::uint8_t GetREGCOLORBlack() const { return GetComponent<std::uint8_t>(ReferenceDepthIsOdd() ? 4 : 3); }
-  std::uint8_t GetREGCOLORDensity() const { return GetComponent<std::uint8_t>(ReferenceDepthIsOdd() ? 3 : 4); }
+  Byte GetREGCOLORBlack() const { return GetComponent<Byte>(ReferenceDepthIsOdd() ? 4 : 3); }
+  Byte GetREGCOLORDensity() const { return GetComponent<Byte>(ReferenceDepthIsOdd() ? 3 : 4); }
 
   /// The first three bytes as a CMY record; lives as long as the colour that is read.
   const CLR_CMY &GetCMY() const { return reinterpret_cast<const CLR_CMY &>(Resolved().components_); }
@@ -380,7 +299,7 @@ public:
     return COLORREF{GetRed()} | static_cast<COLORREF>(GetI255() << 8) | static_cast<COLORREF>(GetBlue() << 16);
   }
   /// The 16 bytes of component data; they live as long as the colour that is read.
-  const std::uint8_t *GetRAWColor() const { return Resolved().components_; }
+  const Byte *GetRAWColor() const { return Resolved().components_; }
   /// The value of a DeviceN colour, owned by it; null when it has none or is of another model.
   WClrColorDeviceN *GetDeviceN() const;
 
@@ -388,22 +307,22 @@ public:
 
   /// The model of the colour itself or, for a reference, of the colour referred to; never 28. A reference to nothing
   /// reads as model 0.
-  std::uint16_t GetType() const { return Resolved().model_; }
+  Word GetType() const { return Resolved().model_; }
   /// Stores a model number and leaves the components, but for what would be read as a pointer, which becomes null.
-  void SetType(std::uint16_t model);
+  void SetType(Word model);
 
   bool IsReference() const { return model_ == ZelClr::ClrModel::Reference; }
   /// KEPT: model numbers 31 to 1013, and 10 and 16, count as valid, where one would expect only those with a meaning;
   /// callers depend on it. Validate is the strict test.
-  bool IsInvalid() const { return static_cast<std::uint16_t>(GetType() - 1) >= kFirstInvalidModel - 1; }
+  bool IsInvalid() const { return static_cast<Word>(GetType() - 1) >= kFirstInvalidModel - 1; }
   /// The identifier of the palette of the colour itself or of the colour referred to.
   const Guid &GetPaletteGuid() const { return Resolved().palette_; }
   /// Writes this colour's own identifier.
   void SetPaletteGuid(const Guid &palette) { palette_ = palette; }
   /// The palette type that the identifier stands for; 5 (user) when none.
-  std::uint16_t GetPaletteType() const;
+  Word GetPaletteType() const;
   /// Stores the identifier of a palette type; 16 (user inks) counts as 5.
-  void SetPaletteType(std::uint16_t paletteType);
+  void SetPaletteType(Word paletteType);
 
   /// The colour itself or, for a reference, the one at the end of its references; an invalid colour for a reference to
   /// nothing. It lives as long as that colour does.
@@ -433,10 +352,10 @@ public:
     return model == ZelClr::ClrModel::Cmyk || model == ZelClr::ClrModel::Cmyk255 || model == ZelClr::ClrModel::Cmyk100;
   }
   /// 0 to 100 in a valid colour; 100 for the models without a density.
-  std::uint16_t GetDensity() const;
+  Word GetDensity() const;
   /// Writes the density of the colour at the end of the references; does nothing for the models without one. The models
   /// that store a byte take the low byte.
-  void SetDensity(std::uint16_t density);
+  void SetDensity(Word density);
   /// Whether the model is one that documents may hold, its palette type fits it and its components are in range.
   bool Validate() const;
 
@@ -513,7 +432,7 @@ private:
       ReleaseOwned();
   }
   /// Releases the former value; the colour is then of the model, without palette, its bytes as they were.
-  void Begin(std::uint16_t model)
+  void Begin(Word model)
   {
     Release();
     model_ = model;
@@ -534,9 +453,9 @@ private:
   static bool ValidateDeviceN(const WClrColorDeviceN &value);
   static int CompareDeviceN(const WClrColorDeviceN &a, const WClrColorDeviceN &b);
 
-  alignas(8) std::uint8_t components_[16]{};
+  alignas(8) Byte components_[16]{};
   Guid palette_;
-  std::uint16_t model_ = ZelClr::ClrModel::Invalid;
+  Word model_ = ZelClr::ClrModel::Invalid;
 };
 
 static_assert(sizeof(CLR_COLORSPEC) == 40);
