@@ -219,7 +219,8 @@ public:
   static bool CopyOrRelabel(CLR_COLORSPEC *destination, unsigned model, const CLR_COLORSPEC *source);
 
   /// Brings a colour into another model: CopyOrRelabel, and every genuine change through the colour-managed converter
-  /// of the context. False, with the destination untouched, when that fails.
+  /// of the context. False, with the destination untouched, when that fails; as long as there are no converters, every
+  /// genuine change does.
   static bool ConvertColorSpec(CLR_COLORSPEC *destination, unsigned model, const CLR_COLORSPEC *source,
                                ColorSystem::ColorContext &context);
   /// The same between two contexts.
