@@ -71,7 +71,7 @@ footer { color: var(--soft); font-size: .85rem; margin-top: 1.5rem; }
   table, tbody, tr, td { display: block; border: 0; }
   table { background: none; } thead { display: none; }
   tr { background: var(--card); border: 1px solid var(--line); padding: .8rem; margin-bottom: .75rem;
-    display: grid; grid-template-columns: 1fr auto; gap: .4rem .75rem; align-items: center; }
+    display: grid; grid-template-columns: 1fr auto auto; gap: .4rem 1rem; align-items: center; }
   td { padding: 0; } td.swatches { grid-column: 1 / -1; } td.swatches .swatch { width: 100%; height: 4.5rem; }
   td.who, td.says { grid-column: 1 / -1; }
   .label { display: inline; color: var(--soft); font-size: .8rem; }
