@@ -9,14 +9,12 @@
 
 namespace cli {
 
-using ZelClr::Formulas::Lab;
-
-CLR_COLORSPEC ColourFromInput(std::string_view text, const std::string &place)
+CLR_COLORSPEC ColourFromInput(std::string_view text)
 {
   std::string reason;
   const auto colour = ZelClr::ColorSpecFromInput(ZelUtl::Trimmed(text), reason);
   if (!colour)
-    throw Failure(place.empty() ? ExitCode::Usage : ExitCode::Unreadable, place + Harmless(reason));
+    throw Failure(ExitCode::Usage, Harmless(reason));
   return *colour;
 }
 
@@ -26,30 +24,21 @@ unsigned ModelFromInput(const std::string &name)
   // The exact name of a model goes before the name that it shares with others: "CMYK" is 2 and not any CMYK.
   for (const auto naming : {&ZelClr::ColourModel::textName, &ZelClr::ColourModel::spaceName}) {
     for (const ZelClr::ColourModel &model : ZelClr::ColourModels()) {
-      if (!(model.*naming).empty() && ZelUtl::LowerAscii(model.*naming) == lower)
+      if (WClrConvert::IsBasicType(model.number) && ZelUtl::LowerAscii(model.*naming) == lower)
         return model.number;
     }
   }
-  throw Failure(ExitCode::Usage, "\"" + Harmless(name) + "\" is no colour model");
-}
-
-std::optional<Lab> LabOf(const CLR_COLORSPEC &colour)
-{
-  const auto rgb = WClrConvert::ConvertColorSpecToCOLORREF(colour);
-  if (!rgb)
-    return std::nullopt;
-  return ZelClr::Formulas::CieLabFromRgb(static_cast<int>(*rgb & 255), static_cast<int>(*rgb >> 8 & 255),
-                                         static_cast<int>(*rgb >> 16 & 255));
+  throw Failure(ExitCode::Usage, "\"" + Harmless(name) + "\" is no model that colours can be converted to");
 }
 
 std::optional<NearestName> NearestNameOf(const CLR_COLORSPEC &colour)
 {
-  const auto lab = LabOf(colour);
+  const auto lab = WClrConvert::GetLab(colour);
   if (!lab)
     return std::nullopt;
   std::optional<NearestName> nearest;
   for (const ZelClr::NamedRgb &row : ZelClr::SvgColourNames()) {
-    const double distance = ZelClr::Formulas::Ciede2000(*lab, *LabOf(row.Colour()));
+    const double distance = ZelClr::Formulas::Ciede2000(*lab, *WClrConvert::GetLab(row.Colour()));
     if (!nearest || distance < nearest->distance)
       nearest = NearestName{row.name, distance};
   }

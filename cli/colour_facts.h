@@ -2,7 +2,6 @@
 #pragma once
 
 #include "zelclr/colour/clr_colorspec.h"
-#include "zelclr/convert/formulas.h"
 
 #include <optional>
 #include <string>
@@ -10,14 +9,12 @@
 
 namespace cli {
 
-/// A colour from the command line or an input line; throws Failure with `place` in front of the reason.
-CLR_COLORSPEC ColourFromInput(std::string_view text, const std::string &place);
+/// A colour from the command line; throws Failure for what is none.
+CLR_COLORSPEC ColourFromInput(std::string_view text);
 
-/// A model by its name in either of the library's namings, upper or lower case; throws Failure for an unknown one.
+/// A model that colours can be converted to, by its name in either of the library's namings, upper or lower case;
+/// throws Failure for any other.
 unsigned ModelFromInput(const std::string &name);
-
-/// Lab on D50 of the colour by formula.
-std::optional<ZelClr::Formulas::Lab> LabOf(const CLR_COLORSPEC &colour);
 
 /// The name of colour_names.h that is nearest, and how far it is in CIEDE2000.
 struct NearestName

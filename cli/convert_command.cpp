@@ -4,7 +4,7 @@
 #include "cli/command.h"
 #include "zelclr/colour/colour_text.h"
 #include "zelclr/convert/w_clr_convert.h"
-#include "zelclr/platform/text.h"
+#include "zelclr/palettes/formats/colour_list.h"
 
 #include <cstdio>
 #include <memory>
@@ -22,28 +22,26 @@ struct Arguments
 
 struct Input
 {
-  std::string text;
   std::string place; ///< "-:3: " for a line of the standard input
+  CLR_COLORSPEC colour;
 };
 
-/// The arguments; for "-", each line of the standard input that is not blank.
+/// The arguments; for "-", the list of colours on the standard input.
 std::vector<Input> Inputs(const std::vector<std::string> &arguments)
 {
   std::vector<Input> inputs;
   for (const std::string &argument : arguments) {
     if (argument != "-") {
-      inputs.push_back({argument, {}});
+      inputs.push_back({{}, ColourFromInput(argument)});
       continue;
     }
-    const std::string bytes = ReadInput("-");
-    std::string_view rest = bytes;
-    for (std::size_t line = 1; !rest.empty(); ++line) {
-      const auto end = std::min(rest.find('\n'), rest.size());
-      const std::string_view text = ZelUtl::Trimmed(rest.substr(0, end));
-      if (!text.empty())
-        inputs.push_back({std::string(text), "-:" + std::to_string(line) + ": "});
-      rest.remove_prefix(std::min(end + 1, rest.size()));
-    }
+    const auto place = [](std::size_t line) { return "-:" + std::to_string(line) + ": "; };
+    ZelClr::ReadProblem problem;
+    const auto list = ZelClr::ReadColourList(ReadInput("-"), problem);
+    if (!list)
+      throw Failure(ExitCode::Unreadable, place(problem.line) + Harmless(problem.reason));
+    for (const ZelClr::NamedColour &entry : list->colours)
+      inputs.push_back({place(entry.line), entry.colour});
   }
   return inputs;
 }
@@ -52,12 +50,11 @@ void Convert(const Arguments &arguments, const Output &output)
 {
   const unsigned model = ModelFromInput(arguments.model);
   Json results = Json::array();
-  for (const Input &input : Inputs(arguments.colours)) {
-    const CLR_COLORSPEC source = ColourFromInput(input.text, input.place);
+  for (const auto &[place, source] : Inputs(arguments.colours)) {
     CLR_COLORSPEC target;
     if (!WClrConvert::ConvertToBasicType(&target, model, &source)) {
-      throw Failure(ExitCode::Missing, input.place + Harmless(input.text) + " cannot be converted to " +
-                                         Harmless(arguments.model) + " without its palette");
+      throw Failure(ExitCode::Missing,
+                    place + ZelClr::TextFromColorSpec(source) + " cannot be converted without its palette");
     }
     const std::string value = ZelClr::TextFromColorSpec(target);
     if (output.json)

@@ -27,10 +27,10 @@ void Print(const char *label, const std::string &value)
 
 void Info(const std::string &argument, const Output &output)
 {
-  const CLR_COLORSPEC colour = ColourFromInput(argument, {});
+  const CLR_COLORSPEC colour = ColourFromInput(argument);
   const ZelClr::ColourModel &model = *ZelClr::FindColourModel(colour.GetType());
   const auto nearest = NearestNameOf(colour);
-  const auto lab = LabOf(colour);
+  const auto lab = WClrConvert::GetLab(colour);
   const Fact facts[] = {
     {"valid", colour.Validate()},
     {"CMYK", colour.IsCMYK()},

@@ -46,7 +46,7 @@ int RunTool(int argc, char **argv)
   } catch (const CLI::Success &asked) { // help, version
     return app.exit(asked);
   } catch (const CLI::ParseError &error) {
-    return Complain(std::string(error.what()) + "; see zelclr --help", cli::ExitCode::Usage);
+    return Complain(cli::Harmless(error.what()) + "; see zelclr --help", cli::ExitCode::Usage);
   }
   if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
     return Complain("cannot write to standard output", cli::ExitCode::Unreadable);

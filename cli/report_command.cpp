@@ -32,6 +32,10 @@ std::string BareName(const std::string &path)
 
 ExitCode MakeReport(const Arguments &arguments, const Output &output)
 {
+  if (output.json && arguments.page == "-")
+    throw Failure(ExitCode::Usage, "--json and -o - both print to standard output");
+  if (ZelUtl::IsSameFile(arguments.file, arguments.page))
+    throw Failure(ExitCode::Usage, Harmless(arguments.page) + " is the palette itself");
   const std::string bytes = ReadInput(arguments.file);
   ZelClr::ReadProblem problem;
   const auto palette = ZelClr::ReadPaletteText(bytes, problem);
@@ -50,7 +54,7 @@ ExitCode MakeReport(const Arguments &arguments, const Output &output)
     if (!ZelUtl::ReplaceFile(arguments.page, PageOf(report), reason))
       throw Failure(ExitCode::Unreadable, Harmless(arguments.page) + ": " + reason);
   }
-  if (output.json && arguments.page != "-")
+  if (output.json)
     PrintJson("zelclr.report", JsonOf(report));
   else if (arguments.page != "-")
     std::fputs(TableOf(report, output).c_str(), stdout);
@@ -67,6 +71,7 @@ void AddReport(CLI::App &app, Output &output, ExitCode &exitCode)
     ->required()
     ->type_name("FILE");
   command->add_option("-o,--output", arguments->page, "Write the report as an HTML page; - prints it")
+    ->check([](const std::string &path) { return path.empty() ? "the name of the page is empty" : ""; })
     ->type_name("PAGE");
   command->add_option("--ink-limit", arguments->inkLimit, "The most ink that the paper takes, in percent of one solid")
     ->check(CLI::Range(1, 400))

@@ -18,10 +18,13 @@ ReportRow Analysed(const ZelClr::NamedColour &source, int inkLimit)
   ReportRow row;
   row.source = source;
   CLR_COLORSPEC build;
-  if (!WClrConvert::ConvertToBasicType(&row.screen, Model::Rgb255, &source.colour) ||
+  const auto lab = WClrConvert::GetLab(source.colour);
+  if (!lab || !WClrConvert::ConvertToBasicType(&row.screen, Model::Rgb255, &source.colour) ||
       !WClrConvert::ConvertToBasicType(&build, Model::Cmyk100, &source.colour))
+  {
+    row.verdict = source.colour.IsSpot() ? Verdict::OwnInk : Verdict::Unknown;
     return row;
-
+  }
   row.inks = {build.GetBlue(), build.GetI255(), build.GetRed(), build.GetBlack()};
   row.inkTotal = std::accumulate(row.inks.begin(), row.inks.end(), 0);
   row.tooMuchInk = row.inkTotal > inkLimit;
@@ -31,12 +34,16 @@ ReportRow Analysed(const ZelClr::NamedColour &source, int inkLimit)
   const Formulas::RealRgb paper = Formulas::SrgbFromXyz(printed);
   const auto byte = [](double component) { return static_cast<std::uint8_t>(std::lround(component * 255.0)); };
   row.paper = CLR_COLORSPEC::MakeRGB(byte(paper.red), byte(paper.green), byte(paper.blue));
-  row.difference =
-    Formulas::Ciede2000(Formulas::CieLabFromRgb(row.screen.GetRed(), row.screen.GetI255(), row.screen.GetBlue()),
-                        Formulas::CieLabFromXyz(printed));
-  row.verdict = row.difference <= kLooksTheSame   ? Verdict::AsShown
-                : row.difference <= kLooksRelated ? Verdict::Shifts
-                                                  : Verdict::Differs;
+  const Formulas::Lab wanted = Formulas::LabWithCoatedBlack(*lab);
+  row.difference = Formulas::Ciede2000(wanted, Formulas::CieLabFromXyz(printed));
+
+  const bool isBuild = source.colour.IsCMYK() || source.colour.GetType() == Model::Registration;
+  if (isBuild) {
+    row.screen = row.paper; // it is what it prints
+    row.difference = 0;
+  }
+  row.reach = std::min(row.difference, Formulas::DifferenceToCoatedGamut(wanted));
+  row.verdict = row.reach <= kWithinGamut ? Verdict::Prints : row.reach <= kAtItsEdge ? Verdict::Edge : Verdict::Beyond;
   return row;
 }
 
@@ -45,12 +52,14 @@ ReportRow Analysed(const ZelClr::NamedColour &source, int inkLimit)
 VerdictWords WordsOf(Verdict verdict)
 {
   switch (verdict) {
-  case Verdict::AsShown:
-    return {"as-shown", "prints as shown"};
-  case Verdict::Shifts:
-    return {"shifts", "shifts a little"};
-  case Verdict::Differs:
-    return {"differs", "prints differently"};
+  case Verdict::Prints:
+    return {"prints", "can be printed"};
+  case Verdict::Edge:
+    return {"edge", "at the edge"};
+  case Verdict::Beyond:
+    return {"beyond", "beyond the press"};
+  case Verdict::OwnInk:
+    return {"own-ink", "its own ink"};
   case Verdict::Unknown:
     break;
   }
@@ -71,7 +80,7 @@ std::size_t Report::CountTooMuchInk() const
 
 bool Report::HasFindings() const
 {
-  return Count(Verdict::Differs) + Count(Verdict::Unknown) + CountTooMuchInk() > 0;
+  return Count(Verdict::Beyond) + Count(Verdict::Unknown) + CountTooMuchInk() > 0;
 }
 
 Report Analyse(const ZelClr::ReadPalette &palette, const std::string &fileName, int inkLimit)

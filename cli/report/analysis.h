@@ -11,12 +11,13 @@
 
 namespace cli {
 
-/// From the best to the worst.
+/// Whether a press can print the colour at all; from the best to the worst.
 enum class Verdict
 {
-  AsShown,
-  Shifts,
-  Differs,
+  Prints,
+  Edge,
+  Beyond,
+  OwnInk,
   Unknown
 };
 
@@ -27,21 +28,28 @@ struct VerdictWords
 };
 VerdictWords WordsOf(Verdict verdict);
 
-/// The CIEDE2000 up to which a printed colour passes for the one on screen, and up to which for a relative of it.
-inline constexpr double kLooksTheSame = 4.0;
-inline constexpr double kLooksRelated = 8.0;
+inline constexpr Verdict kVerdicts[] = {Verdict::Prints, Verdict::Edge, Verdict::Beyond, Verdict::OwnInk,
+                                        Verdict::Unknown};
+
+/// The CIEDE2000 from the press's nearest colour up to which a colour counts as printable, about the error of the press
+/// model, and up to which it counts as at the gamut's edge, about the model's greatest error.
+inline constexpr double kWithinGamut = 1.6;
+inline constexpr double kAtItsEdge = 4.6;
 
 struct ReportRow
 {
   ZelClr::NamedColour source;
   Verdict verdict = Verdict::Unknown;
   bool tooMuchInk = false;
-  // The following only where the verdict is not Unknown.
-  CLR_COLORSPEC screen;         ///< RGB255
-  std::array<int, 4> inks = {}; ///< cyan, magenta, yellow, black in percent
+
+  /// Whether the following are known: not for a colour that prints with an ink of its own or needs its palette.
+  bool HasBuild() const { return verdict != Verdict::OwnInk && verdict != Verdict::Unknown; }
+  double reach = 0;             ///< CIEDE2000 from the press's nearest colour
+  CLR_COLORSPEC screen;         ///< RGB255; of a CMYK colour, what it prints
+  std::array<int, 4> inks = {}; ///< the build: cyan, magenta, yellow, black in percent
   int inkTotal = 0;             ///< in percent, up to 400
-  CLR_COLORSPEC paper;          ///< RGB255 of the printed colour, relative to the paper
-  double difference = 0;        ///< CIEDE2000 between screen and paper
+  CLR_COLORSPEC paper;          ///< RGB255 of the printed build, relative to the paper
+  double difference = 0;        ///< CIEDE2000 between the colour, with the press's black, and the printed build
 };
 
 struct Report
@@ -52,12 +60,12 @@ struct Report
 
   std::size_t Count(Verdict verdict) const;
   std::size_t CountTooMuchInk() const;
-  /// Whether any colour will not print as shown, exceeds the ink limit or cannot be known.
+  /// Whether any colour is beyond the press, exceeds the ink limit or cannot be known.
   bool HasFindings() const;
 };
 
-/// The build is by formula: RGB's gray part goes to black whole; a colour that is CMYK already keeps its inks. What it
-/// becomes on paper is estimated by formulas/coated_press.h.
+/// The build is by formula: RGB's gray part goes to black whole. A colour that is CMYK already is its own build, and
+/// prints. The press, what it reaches and what a build becomes on its paper are formulas/coated_press.h.
 Report Analyse(const ZelClr::ReadPalette &palette, const std::string &fileName, int inkLimit);
 
 } // namespace cli

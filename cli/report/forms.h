@@ -17,7 +17,7 @@ std::string PageOf(const Report &report);
 /// What JSON says of the report.
 Json JsonOf(const Report &report);
 
-/// "12 colours: 8 print as shown, 3 shift a little, 1 prints differently".
+/// "12 colours: 8 can be printed, 3 at the edge, 1 beyond the press".
 std::string SummaryOf(const Report &report);
 
 } // namespace cli

@@ -37,7 +37,7 @@ std::string Escaped(std::string_view text)
 
 constexpr std::string_view kStyle = R"(
 :root { --ink: #1d1d1f; --soft: #6b6b70; --line: #d9d9dc; --ground: #f1f1f2; --card: #fff;
-  --as-shown: #2e6b3e; --shifts: #8a5a00; --differs: #a3241c; --unknown: #55555a; }
+  --prints: #2e6b3e; --edge: #8a5a00; --beyond: #a3241c; --own-ink: #3f5f8a; --unknown: #55555a; }
 * { box-sizing: border-box; }
 body { margin: 0; background: var(--ground); color: var(--ink);
   font: 16px/1.45 system-ui, -apple-system, "Segoe UI", "Noto Sans", "DejaVu Sans", sans-serif; }
@@ -61,8 +61,8 @@ td { padding: .55rem .75rem; border-top: 1px solid var(--line); vertical-align: 
 .number { font-variant-numeric: tabular-nums; white-space: nowrap; text-align: right; }
 th.number { text-align: right; }
 .verdict { font-weight: 600; white-space: nowrap; }
-.as-shown { color: var(--as-shown); } .shifts { color: var(--shifts); }
-.differs { color: var(--differs); } .unknown { color: var(--unknown); }
+.prints { color: var(--prints); } .edge { color: var(--edge); } .beyond { color: var(--beyond); }
+.own-ink { color: var(--own-ink); } .unknown { color: var(--unknown); }
 .label { display: none; }
 footer { color: var(--soft); font-size: .85rem; margin-top: 1.5rem; }
 @media (max-width: 46rem) {
@@ -87,8 +87,6 @@ footer { color: var(--soft); font-size: .85rem; margin-top: 1.5rem; }
 }
 )";
 
-constexpr std::array<Verdict, 4> kVerdicts = {Verdict::AsShown, Verdict::Shifts, Verdict::Differs, Verdict::Unknown};
-
 std::string SummaryHtml(const Report &report)
 {
   std::string html = "<ul class=\"summary\">\n";
@@ -97,7 +95,7 @@ std::string SummaryHtml(const Report &report)
   for (const Verdict verdict : kVerdicts) {
     const std::size_t count = report.Count(verdict);
     const auto [key, label] = WordsOf(verdict);
-    if (count == 0 && verdict == Verdict::Unknown)
+    if (count == 0 && verdict >= Verdict::OwnInk)
       continue;
     html +=
       "<li><b class=\"" + std::string(key) + "\">" + std::to_string(count) + "</b><span>" + label + "</span></li>\n";
@@ -107,7 +105,7 @@ std::string SummaryHtml(const Report &report)
     from += width;
   }
   if (const std::size_t count = report.CountTooMuchInk())
-    html += "<li><b class=\"differs\">" + std::to_string(count) + "</b><span>too much ink</span></li>\n";
+    html += "<li><b class=\"beyond\">" + std::to_string(count) + "</b><span>too much ink</span></li>\n";
   return html +
          "</ul>\n<svg class=\"bar\" viewBox=\"0 0 100 1\" preserveAspectRatio=\"none\" role=\"img\" aria-label=\"" +
          Escaped(SummaryOf(report)) + "\">" + bar + "</svg>\n";
@@ -147,7 +145,7 @@ std::string RowHtml(const ReportRow &row)
 {
   const std::string value = ZelClr::TextFromColorSpec(row.source.colour);
   const auto [key, label] = WordsOf(row.verdict);
-  const bool known = row.verdict != Verdict::Unknown;
+  const bool known = row.HasBuild();
   std::string html = "<tr><td class=\"swatches\">" + (known ? SwatchSvg(row) : std::string()) +
                      "</td><td class=\"who\"><div class=\"name\" dir=\"auto\">" +
                      Escaped(row.source.name.empty() ? value : row.source.name) + "</div><div class=\"value\">" +
@@ -163,7 +161,7 @@ std::string RowHtml(const ReportRow &row)
   }
   html += "</td><td class=\"says\"><span class=\"verdict " + std::string(key) + "\">" + label + "</span>";
   if (row.tooMuchInk)
-    html += "<div class=\"verdict differs\">too much ink</div>";
+    html += "<div class=\"verdict beyond\">too much ink</div>";
   return html + "</td></tr>\n";
 }
 
@@ -181,19 +179,23 @@ std::string PageOf(const Report &report)
           SummaryHtml(report);
   html +=
     "<p class=\"note\"><b>The CMYK builds on this page are the formula\u2019s</b>, with all gray in the black ink, "
-    "and not made for a press. The right half of each swatch estimates what such a build looks like on coated "
-    "paper in offset printing, seen beside the paper\u2019s white. For work that goes to print, convert through the "
-    "profile of your press.</p>\n";
+    "and not made for a press. The right half of each swatch is what such a build looks like on coated paper in "
+    "offset printing, and &Delta;E2000 how far that is from the colour; a build made through the profile of your "
+    "press comes closer wherever the press reaches the colour. Whether it does, the last column says.</p>\n";
   html +=
     "<table>\n<thead><tr><th>Screen | paper</th><th>Colour</th><th>C&ensp;M&ensp;Y&ensp;K, %</th>"
-    "<th class=\"number\">Ink</th><th class=\"number\">&Delta;E2000</th><th>On paper</th></tr></thead>\n<tbody>\n";
+    "<th class=\"number\">Ink</th><th class=\"number\">&Delta;E2000</th><th>On the press</th></tr></thead>\n<tbody>\n";
   for (const ReportRow &row : report.rows)
     html += RowHtml(row);
-  html += "</tbody>\n</table>\n<footer>&Delta;E2000 up to " + ZelUtl::TextFromNumber(kLooksTheSame) +
-          " passes for the same colour, up to " + ZelUtl::TextFromNumber(kLooksRelated) +
-          " for a relative of it. Ink limit " + std::to_string(report.inkLimit) +
-          " %. Screen colours are sRGB; the press is modelled from the FOGRA39L "
-          "solids.</footer>\n</main>\n</body>\n</html>\n";
+  html +=
+    "</tbody>\n</table>\n<footer>The press is a model of coated offset (FOGRA39L solids), off by a &Delta;E2000 of 1.6 "
+    "in "
+    "the mean and 4.6 at most: a colour within " +
+    ZelUtl::TextFromNumber(kWithinGamut) + " of what it reaches can be printed, up to " +
+    ZelUtl::TextFromNumber(kAtItsEdge) + " it is at the edge. Ink limit " + std::to_string(report.inkLimit) +
+    " %; a formula build of a screen colour never has more than 300 %. Screen colours are sRGB; "
+    "white is compared with the paper, black with the blackest that the press prints.</footer>\n</main>\n"
+    "</body>\n</html>\n";
   return html;
 }
 

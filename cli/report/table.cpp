@@ -49,21 +49,15 @@ double Rounded(double value, double steps)
 
 std::string SummaryOf(const Report &report)
 {
-  const auto counted = [](std::size_t count, const char *one, const char *many) {
-    return std::to_string(count) + ' ' + (count == 1 ? one : many);
-  };
-  std::string text = counted(report.rows.size(), "colour: ", "colours: ");
+  const auto counted = [](std::size_t count, const char *what) { return std::to_string(count) + ' ' + what; };
   std::string parts;
-  const auto add = [&](std::size_t count, const char *one, const char *many) {
-    if (count != 0)
-      parts += (parts.empty() ? "" : ", ") + counted(count, one, many);
-  };
-  add(report.Count(Verdict::AsShown), "prints as shown", "print as shown");
-  add(report.Count(Verdict::Shifts), "shifts a little", "shift a little");
-  add(report.Count(Verdict::Differs), "prints differently", "print differently");
-  add(report.Count(Verdict::Unknown), "needs its palette", "need their palette");
-  add(report.CountTooMuchInk(), "has too much ink", "have too much ink");
-  return text + parts;
+  for (const Verdict verdict : kVerdicts) {
+    if (const std::size_t count = report.Count(verdict))
+      parts += (parts.empty() ? "" : ", ") + counted(count, WordsOf(verdict).label);
+  }
+  if (const std::size_t count = report.CountTooMuchInk())
+    parts += ", " + counted(count, "with too much ink");
+  return counted(report.rows.size(), report.rows.size() == 1 ? "colour: " : "colours: ") + parts;
 }
 
 std::string TableOf(const Report &report, const Output &output)
@@ -71,10 +65,10 @@ std::string TableOf(const Report &report, const Output &output)
   const bool swatches = output.DrawsColour();
   std::string text = output.Bold(Harmless(report.name)) + "\n\n";
   std::string head = swatches ? "screen paper " : "";
-  head += Fitted("colour", kNameColumns) + " screen    C   M   Y   K    ink  \u0394E2000  on paper";
+  head += Fitted("colour", kNameColumns) + " screen    C   M   Y   K    ink  \u0394E2000  on the press";
   text += output.Faint(head) + '\n';
   for (const ReportRow &row : report.rows) {
-    const bool known = row.verdict != Verdict::Unknown;
+    const bool known = row.HasBuild();
     if (swatches)
       text += known ? output.Swatch(row.screen, 5) + output.Swatch(row.paper, 5) + ' ' : std::string(13, ' ');
     text += Fitted(NameOf(row), kNameColumns) + ' ';
@@ -86,18 +80,18 @@ std::string TableOf(const Report &report, const Output &output)
     }
     text += VerdictText(row) + '\n';
   }
-  text +=
-    output.Faint("\nCMYK builds are by formula, without a press profile; the colours on paper are an estimate for\n"
-                 "coated offset. Ink limit " +
-                 std::to_string(report.inkLimit) + " %.") +
-    '\n';
+  text += output.Faint(
+            "\nCMYK builds are by formula, without a press profile; \u0394E2000 is how far the build prints from the\n"
+            "colour. What coated offset reaches is an estimate. Ink limit " +
+            std::to_string(report.inkLimit) + " %.") +
+          '\n';
   return text + output.Bold(SummaryOf(report)) + '\n';
 }
 
 Json JsonOf(const Report &report)
 {
   Json summary = {{"colours", report.rows.size()}};
-  for (const Verdict verdict : {Verdict::AsShown, Verdict::Shifts, Verdict::Differs, Verdict::Unknown})
+  for (const Verdict verdict : kVerdicts)
     summary[WordsOf(verdict).key] = report.Count(verdict);
   summary["tooMuchInk"] = report.CountTooMuchInk();
 
@@ -107,13 +101,14 @@ Json JsonOf(const Report &report)
                   {"line", row.source.line},
                   {"source", ZelClr::TextFromColorSpec(row.source.colour)},
                   {"verdict", WordsOf(row.verdict).key}};
-    if (row.verdict != Verdict::Unknown) {
+    if (row.HasBuild()) {
+      entry["reachDeltaE2000"] = Rounded(row.reach, 100);
       entry["screen"] = HexFromColorSpec(row.screen);
       entry["cmyk"] = row.inks;
       entry["ink"] = row.inkTotal;
       entry["tooMuchInk"] = row.tooMuchInk;
       entry["paper"] = HexFromColorSpec(row.paper);
-      entry["deltaE2000"] = Rounded(row.difference, 100);
+      entry["buildDeltaE2000"] = Rounded(row.difference, 100);
     }
     rows.push_back(std::move(entry));
   }

@@ -69,7 +69,7 @@ TEST_F(Tool, ConvertPrintsValuesOnly)
   const auto arguments = Run("convert '#ff8000' 'CMYK100(0,50,100,0)' tomato --to HSB");
   EXPECT_EQ(arguments.output, "HSB(30,100,100)\nHSB(30,100,100)\nHSB(9,72.16,100)\n");
   EXPECT_EQ(arguments.exitCode, 0);
-  const auto lines = Run("convert - --to CMYK100 <" + Write("in", "\n#000\n  white  \r\n"));
+  const auto lines = Run("convert - --to CMYK100 <" + Write("in", "\xEF\xBB\xBF// two\n\n#000\n  white  \r\n"));
   EXPECT_EQ(lines.output, "CMYK100(0,0,0,100)\nCMYK100(0,0,0,0)\n");
   EXPECT_EQ(lines.errors, "");
 }
@@ -81,6 +81,7 @@ TEST_F(Tool, ConvertRefusesJunkWithItsPlace)
   EXPECT_EQ(line.errors.substr(0, 13), "zelclr: -:2: ");
   EXPECT_EQ(Run("convert 'CMYK100(0,101,0,0)' --to HSB").exitCode, 2);
   EXPECT_EQ(Run("convert red --to nonsense").exitCode, 2);
+  EXPECT_EQ(Run("convert red --to SPOT").exitCode, 2);
   EXPECT_EQ(Run("convert red").exitCode, 2);
   EXPECT_EQ(Run("").exitCode, 2);
   const auto spot = Run("convert 'SPOT(1,100)@{00000000-0000-0000-0000-000000000000}' --to HSB");
@@ -123,11 +124,12 @@ TEST_F(Tool, ReportSaysTheSameInEveryForm)
   EXPECT_EQ(json["build"], "formula");
   EXPECT_EQ(json["summary"]["colours"], 4);
   EXPECT_EQ(json["summary"]["tooMuchInk"], 1);
-  EXPECT_EQ(json["summary"]["unknown"], 1);
-  EXPECT_EQ(json["colours"][0]["verdict"], "as-shown");
-  EXPECT_EQ(json["colours"][0]["deltaE2000"], 0.0);
+  EXPECT_EQ(json["summary"]["own-ink"], 1);
+  EXPECT_EQ(json["colours"][0]["verdict"], "prints");
+  EXPECT_EQ(json["colours"][0]["buildDeltaE2000"], 0.0);
   EXPECT_EQ(json["colours"][1]["cmyk"], nlohmann::json({100, 0, 33, 16}));
-  EXPECT_EQ(json["colours"][1]["verdict"], "differs");
+  EXPECT_EQ(json["colours"][1]["verdict"], "beyond");
+  EXPECT_EQ(json["colours"][2]["verdict"], "prints") << "an ink build prints as itself";
   EXPECT_EQ(json["colours"][2]["ink"], 360);
 
   const std::string page = Read(Path("page.html"));
@@ -141,8 +143,7 @@ TEST_F(Tool, ReportSaysTheSameInEveryForm)
   for (const char *outside : {"http:", "https:", "<script", "<link", "<img", "url("})
     EXPECT_EQ(page.find(outside), std::string::npos) << outside;
   const std::string table = Run("report " + list).output;
-  EXPECT_NE(table.find("4 colours: 1 prints as shown, 1 shifts a little, 1 prints differently, 1 needs its palette, 1 "
-                       "has too much ink\n"),
+  EXPECT_NE(table.find("4 colours: 2 can be printed, 1 beyond the press, 1 its own ink, 1 with too much ink\n"),
             std::string::npos)
     << table;
 }
@@ -158,8 +159,19 @@ TEST_F(Tool, ReportWritesAllOrNothing)
   EXPECT_TRUE(fs::is_symlink(Path("link.html")));
   EXPECT_EQ(Read(page).substr(0, 15), "<!DOCTYPE html>");
   for (const auto &entry : fs::directory_iterator(folder_))
-    EXPECT_EQ(entry.path().filename().string().find("page.html."), std::string::npos) << "left beside it";
+    EXPECT_EQ(entry.path().filename().string().find(".zelclr-"), std::string::npos) << "left beside it";
   EXPECT_EQ(Run("report " + Path("good") + " -o -").output.substr(0, 15), "<!DOCTYPE html>");
+  // A link to nothing yet, and a name that leaves no room behind it.
+  fs::create_symlink("new.html", Path("early.html"));
+  EXPECT_EQ(Run("report " + Path("good") + " -o " + Path("early.html")).exitCode, 0);
+  EXPECT_TRUE(fs::is_symlink(Path("early.html")) && fs::is_regular_file(Path("new.html")));
+  EXPECT_EQ(Run("report " + Path("good") + " -o " + Path(std::string(255, 'n'))).exitCode, 0);
+  // Never over the palette itself, whatever it is called.
+  fs::create_symlink(Path("good"), Path("alias"));
+  EXPECT_EQ(Run("report " + Path("good") + " -o " + Path("alias")).exitCode, 2);
+  EXPECT_EQ(Read(Path("good")), "#ffffff\n");
+  EXPECT_EQ(Run("report " + Path("good") + " -o ''").exitCode, 2);
+  EXPECT_EQ(Run("report " + Path("good") + " -o - --json").exitCode, 2);
 }
 
 TEST_F(Tool, UnreadableInputIsSaidInOneLine)

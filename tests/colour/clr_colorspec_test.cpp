@@ -404,6 +404,10 @@ TEST(ClrColorspec, FillsAndAssignsFromItsOwnParts)
   C deviceN = tests::DeviceNColour(DeviceN_Process_RGB, 3);
   C::MakeDEVICEN(deviceN, deviceN.GetDeviceN());
   EXPECT_TRUE(deviceN.Validate());
+  C shared;
+  C::MakeReference(shared, deviceN);
+  C::MakeDEVICEN(shared, shared.GetDeviceN());
+  EXPECT_TRUE(shared.Validate() && !shared.IsReference());
   C ink = C::MakeReference(C::MakeUserInks(0, 100, 200, 50));
   ASSERT_TRUE(C::MakeProcessFromUserInks(ink, ink));
   EXPECT_EQ(ink, C::MakeRGB(127, 177, 227)); // 255 - 127.5 rounded away from zero

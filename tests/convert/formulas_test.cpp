@@ -370,4 +370,18 @@ TEST(Formulas, LabOfThePrimariesOnD50)
   });
 }
 
+TEST(Formulas, ThePressReachesWhatItPrintsAndNoLightBeyond)
+{
+  for (int i = 0; i < 6 * 6 * 6 * 6; ++i) {
+    const auto ink = [&](int place) { return i / place % 6 / 5.0; };
+    const Lab printed = CieLabFromXyz(XyzFromCoatedInks(ink(1), ink(6), ink(36), ink(216)));
+    ASSERT_LT(DifferenceToCoatedGamut(printed), 1.0) << ink(1) << " " << ink(6) << " " << ink(36) << " " << ink(216);
+  }
+  const Lab paper = CieLabFromXyz(XyzFromCoatedInks(0, 0, 0, 0));
+  EXPECT_NEAR(Ciede2000(paper, {100, 0, 0}), 0, 0.01);
+  EXPECT_GT(DifferenceToCoatedGamut(CieLabFromRgb(0, 0, 255)), 8);
+  EXPECT_GT(DifferenceToCoatedGamut(CieLabFromRgb(0, 255, 0)), 8);
+  EXPECT_LT(DifferenceToCoatedGamut(LabWithCoatedBlack({0, 0, 0})), 1);
+}
+
 } // namespace

@@ -91,6 +91,13 @@ TEST(WClrColorSpaceDeviceN, PlatesStartWithTheColourOfTheirType)
     colour.SetType(static_cast<std::uint16_t>(unknown));
     EXPECT_EQ(Space(0, DeviceN_Process_None).AddSpotColorPlate(colour), -1) << unknown;
   }
+  Space two(0, DeviceN_Process_None);
+  for (const std::uint16_t palette : {std::uint16_t{23}, std::uint16_t{11}}) {
+    C ink = C::MakeRGB(9, 9, 9);
+    ink.SetPaletteType(palette);
+    two.AddSpotColorPlate(ink);
+  }
+  EXPECT_EQ(two.GetNumPlates(), 2) << "one look, two inks";
   Space odd(0, static_cast<DeviceN_Process_Type>(7));
   EXPECT_FALSE(odd.HasProcess()) << "what no file can state";
   odd.SetProcessType(static_cast<DeviceN_Process_Type>(-1));
@@ -247,6 +254,13 @@ TEST(WClrColorDeviceN, ChangesItsBaseAndDropsWhatDoesNotPrint)
   // 10 20 30 40 % are 26 51 77 102 of 255: light 229 204 178 through 153.
   EXPECT_EQ(colour.GetValues(), (Values{137, 122, 106, 50, 60, 255}));
   EXPECT_FALSE(colour.ConvertToProcessType(DeviceN_Process_None));
+  // An ink on top of the lights becomes a process plate; nothing of it is lost.
+  WClrColorDeviceN shaded(SpaceOf(DeviceN_Process_RGB, {5, 6, 7, 8}), 0);
+  for (const int light : {1, 2, 3})
+    shaded.SetColorComponent(light, 255, 255, false);
+  shaded.SetColorComponent(0, 80, 100, false);
+  ASSERT_TRUE(shaded.ConvertToProcessType(DeviceN_Process_CMYK));
+  EXPECT_EQ(shaded.GetValues(), (Values{0, 0, 0, 80}));
   EXPECT_FALSE(WClrColorDeviceN(nullptr, 0).ConvertToProcessType(DeviceN_Process_RGB));
   colour.SetColorComponent(3, 0, 0, false);
   colour.SetColorComponent(0, 0, 0, false);

@@ -142,6 +142,9 @@ TEST(WClrConvert, Kept_LabOfXyzIsDoubledAndRepeatsAWhereZIsSmall)
   C lab;
   W::ConvertXYZToLAB(&lab, &xyz);
   EXPECT_EQ(lab, C::MakeLAB(432 - 256, 34, 34)); // L 216; a 500 (2.0345 - 2)
+  const C cube = C::MakeXYZ(0, 64, 0);
+  W::ConvertXYZToLAB(&lab, &cube);
+  EXPECT_EQ(lab.GetComponent<std::uint8_t>(0), (2 * (116 * 4 - 16)) % 256) << "the cube root of 64 is 4";
 }
 
 TEST(WClrConvert, Kept_RelabellingDoesNotScale)
@@ -265,6 +268,10 @@ TEST(WClrConvert, DistanceDependsOnTheColourNotOnItsForm)
   const C lab = C::MakeLAB(128, -127, -127);
   const C lab255 = C::MakeLAB255(128, 1, 1);
   EXPECT_EQ(W::GetColorDistance(lab, lab255), 0.0) << "one colour in two forms, outside of sRGB";
+  const C beyond = C::MakeLAB(140, -78, -106); // about a press's cyan, outside of sRGB
+  C xyz, again;
+  ASSERT_TRUE(W::ConvertToBasicType(&xyz, 19, &beyond) && W::ConvertToBasicType(&again, 12, &xyz));
+  EXPECT_LT(W::GetColorDistance(beyond, again).value(), 0.5) << "nothing is cut off on the way";
   EXPECT_EQ(W::GetColorDistance(C::MakeCMYK(50, 0, 0, 0), C::MakeCMYK255(128, 0, 0, 0)), 0.0);
   const auto black = W::GetColorDistance(C::MakeGRAY(0), C::MakeRGB(255, 255, 255));
   EXPECT_NEAR(black.value(), 100.0, 0.01); // dL / sL at a mean L of 50

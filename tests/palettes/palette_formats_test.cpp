@@ -70,10 +70,11 @@ TEST(GplPalette, RefusesWhatIsNotOneWithTheLine)
 
 TEST(ColourList, ReadsColoursOfEveryKind)
 {
-  EXPECT_EQ(Read("// ours\n# another comment\n\n#f80\n#FF8000 Orange\nCMYK100(0, 50, 100, 0)  House orange\ntomato\n"
-                 "SPOT(17,100)@{0AF3491B-0EC0-0F94-4D60-F38448BBB5F2} Ink\n"),
-            "|4:RGB255(255,136,0)=|5:RGB255(255,128,0)=Orange|6:CMYK100(0,50,100,0)=House orange|"
-            "7:RGB255(255,99,71)=tomato|8:SPOT(17,100)@{0AF3491B-0EC0-0F94-4D60-F38448BBB5F2}=Ink|");
+  EXPECT_EQ(
+    Read("// ours\n# another comment\n\n#f80\n#FF8000 Orange (warm)\nCMYK100(0, 50, 100, 0)  House orange\ntomato\n"
+         "SPOT(17,100)@{0AF3491B-0EC0-0F94-4D60-F38448BBB5F2} Ink\n"),
+    "|4:RGB255(255,136,0)=|5:RGB255(255,128,0)=Orange (warm)|6:CMYK100(0,50,100,0)=House orange|"
+    "7:RGB255(255,99,71)=tomato|8:SPOT(17,100)@{0AF3491B-0EC0-0F94-4D60-F38448BBB5F2}=Ink|");
 }
 
 TEST(ColourList, RefusesJunkWithTheLine)
@@ -103,6 +104,8 @@ TEST(ColourList, RefusesMoreColoursThanAnyPaletteHas)
     many += "#000000\n";
   ReadProblem problem;
   EXPECT_TRUE(ReadPaletteText(many, problem));
+  EXPECT_FALSE(ReadPaletteText("GIMP Palette\n1 2 3 " + std::string(5000, 'n'), problem));
+  EXPECT_EQ(problem.line, 2u);
   EXPECT_FALSE(ReadPaletteText(many + "#000000\n", problem));
   EXPECT_EQ(problem.line, 100001u);
 }

@@ -108,7 +108,7 @@ void CLR_COLORSPEC::SetReferenceColorValue(const CLR_COLORSPEC &value)
 
 bool CLR_COLORSPEC::IsSameReference(const CLR_COLORSPEC &other) const
 {
-  return IsReference() && other.IsReference() && GetReference() == other.GetReference();
+  return GetReference() && GetReference() == other.GetReference();
 }
 
 void CLR_COLORSPEC::BreakReference()

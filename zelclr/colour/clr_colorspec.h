@@ -190,7 +190,8 @@ public:
   /// 0 black to 65535 white.
   static void MakeGRAY16(CLR_COLORSPEC &colour, Word gray);
   static CLR_COLORSPEC MakeGRAY16(Word gray);
-  /// Takes ownership of the value, which may be null.
+  /// Takes ownership of the value, which may be null and which nobody else may own; the colour's own value stays, and
+  /// the one of the colour that it refers to is copied.
   static void MakeDEVICEN(CLR_COLORSPEC &colour, WClrColorDeviceN *value);
   static CLR_COLORSPEC MakeDEVICEN(WClrColorDeviceN *value);
   /// A spot colour of a palette. Density 0 to 100. The definition is not owned; null when it is not known.
@@ -334,7 +335,7 @@ public:
   /// when the value is a reference that leads back here: a ring of references has no colour at its end.
   /// Takes time in proportion to the value's own chain of references.
   void SetReferenceColorValue(const CLR_COLORSPEC &value);
-  /// Whether both are references to one shared colour.
+  /// Whether both are references to one shared colour; a reference to nothing shares none.
   bool IsSameReference(const CLR_COLORSPEC &other) const;
   /// Replaces a reference by a plain copy of the colour at its end; any other colour stays.
   void BreakReference();
@@ -366,7 +367,8 @@ public:
   /// The name in the definition; empty when there is none.
   std::wstring GetSpotColorName() const;
   /// A definition that has this colour, without its reference, as its one appearance; null for the colours that have no
-  /// appearance of their own (invalid, Pantone, index, indexed ink, spot and DeviceN colours).
+  /// appearance of their own (invalid, Pantone, index, indexed ink, spot and DeviceN colours, models without a
+  /// meaning).
   std::shared_ptr<SpotColorDefinition> CreateSpotDefinition(const std::wstring &name,
                                                             const std::wstring &spaceName) const;
   /// The appearance of a spot colour at full density, from its definition: the alternative of the wanted model, else

@@ -1,6 +1,7 @@
 #include "zelclr/colour/clr_colorspec_125x.h"
 
 #include "zelclr/colour/clr_colorspec.h"
+#include "zelclr/colour/palette_types.h"
 
 #include <bit>
 
@@ -23,7 +24,7 @@ CLR_COLORSPEC &CLR_COLORSPEC::operator=(const CLR_COLORSPEC_125X &older)
     return *this;
   SetType(model);
   std::memcpy(components_, older.components.data(), older.components.size());
-  if (model != Model::Invalid)
+  if (model != Model::Invalid && older.paletteType[0] != ZelClr::PaletteType::None)
     SetPaletteType(older.paletteType[0]);
   return *this;
 }

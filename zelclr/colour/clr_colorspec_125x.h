@@ -12,8 +12,8 @@
 /// | bytes | meaning                                                                            |
 /// |-------|------------------------------------------------------------------------------------|
 /// | 0-1   | model number, as today; 26 and above did not exist                                  |
-/// | 2-3   | palette type (palette_types.h) in the low byte; the high byte, the type of the       |
-/// |       | palette that a user ink was made from, says nothing about the colour itself         |
+/// | 2-3   | palette type (palette_types.h) in the low byte, 0 for no palette; the high byte,        |
+/// |       | type of the palette that a user ink was made from, says nothing of the colour itself |
 /// | 4-11  | bytes 0 to 7 of today's component data                                              |
 ///
 /// A spot colour comes without its definition. Frozen: documents hold these records.

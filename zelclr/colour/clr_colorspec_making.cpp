@@ -153,8 +153,12 @@ void CLR_COLORSPEC::MakeGRAY16(CLR_COLORSPEC &colour, Word gray)
 
 void CLR_COLORSPEC::MakeDEVICEN(CLR_COLORSPEC &colour, WClrColorDeviceN *value)
 {
-  if (colour.model_ == Model::DeviceN && colour.GetDeviceN() == value)
-    colour.model_ = Model::Invalid; // it is the colour's own already and must outlive the release
+  // The value may be the colour's own, or that of the colour it refers to: then it must outlive the release.
+  if (value && value == colour.GetDeviceN()) {
+    if (!colour.IsReference())
+      return colour.SetPaletteGuid({});
+    value = CloneDeviceN(*value);
+  }
   colour.Begin(Model::DeviceN);
   colour.Store(0, value);
 }

@@ -94,7 +94,7 @@ struct ColourComponent
 struct ColourModel
 {
   std::uint16_t number = 0;
-  std::string_view name;                       ///< "CMYK255"; empty for the five models that files never named
+  std::string_view name;                       ///< "CMYK255"; empty for the four models that files never named
   std::string_view spaceName;                  ///< "CMYK": the name in palette files; empty where they have none
   std::string_view textName;                   ///< the name in the text form: `name`, or one in its style; empty for 28
   std::span<const ColourComponent> components; ///< in the order in which people state them

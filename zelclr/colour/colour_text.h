@@ -2,11 +2,12 @@
 //
 // Threads: plain functions. Errors: text that is no colour gives an empty optional and a reason; nothing is guessed.
 //
-//   RGB255(255,128,0)   CMYK100(0,50,100,0)   LAB(53.33,79.84,67.56)
+//   RGB255(255,128,0)   CMYK100(0,50,100,0)   LAB(53.33,59.06,57.64)
 //   SPOT(17,100)@{0AF3491B-0EC0-0F94-4D60-F38448BBB5F2}
 //
 // The name is the model's. A model whose name ends in its scale is stated on that scale (255, 100, 48 and 16 bits);
-// the others in the units of their field: CMYK, the saturation and the like in percent, hue in degrees, L* a* b*. A
+// the others in the units of their field: CMYK, the saturation and the like in percent, hue in degrees, L* a* b*
+// (a* and b* from -60.47 to 60, as the record holds them). A
 // density stands last and may be left out where it is 100 (not for Pantone, spot and user inks). Palette inks (PANTONE,
 // PANTONEHX, SPOT, IDXUSRINK) always name their palette behind "@", all zero when they have none; any other colour that
 // belongs to a palette names it inside the parentheses, as last: RGB255(255,128,0,@{...}). So no beginning of a

@@ -10,6 +10,7 @@
 using ZelClr::BaseOf;
 using ZelClr::BasePlate;
 using ZelClr::DeviceNBase;
+using ZelClr::IsPlateOf;
 
 namespace {
 
@@ -18,11 +19,6 @@ std::shared_ptr<const WClrColorSpaceDeviceN> Separated(std::shared_ptr<WClrColor
   if (space)
     space->SeparateProcess();
   return space;
-}
-
-bool IsPlateOf(const DeviceNBase &base, DeviceN_Plate_Type type)
-{
-  return std::any_of(base.plates.begin(), base.plates.end(), [&](const BasePlate &p) { return p.type == type; });
 }
 
 bool IsLight(DeviceN_Plate_Type type)
@@ -41,6 +37,16 @@ WClrColorDeviceN::WClrColorDeviceN(std::shared_ptr<WClrColorSpaceDeviceN> space,
   values_.resize(space_->GetColorPlates().size());
   if (IsRGBBased())
     SetColorComponent(space_->GetColorPlateIndex(DeviceN_Plate_Red), 255, 255, false);
+}
+
+std::unique_ptr<WClrColorDeviceN> WClrColorDeviceN::OnProcessPlates(const CLR_COLORSPEC &process,
+                                                                    DeviceN_Process_Type processType)
+{
+  auto space = std::make_shared<WClrColorSpaceDeviceN>(0, processType);
+  space->AddColorPlate(DeviceN_Plate_Process);
+  auto value = std::make_unique<WClrColorDeviceN>(space, 0);
+  value->SetProcessPlates(process);
+  return value;
 }
 
 int WClrColorDeviceN::CompareTo(const WClrColorDeviceN &other) const
@@ -190,26 +196,40 @@ bool WClrColorDeviceN::ConvertToProcessType(DeviceN_Process_Type processType)
   const DeviceNBase &own = BaseOf(space_->GetProcessType());
   auto space = std::make_shared<WClrColorSpaceDeviceN>(space_->GetIdentifier(), processType);
   space->EnableUniqueColorPlates(space_->HasUniqueColorPlates());
-  for (const BasePlate &plate : base.plates)
-    space->AddColorPlate(plate.type);
+  space->AddColorPlate(DeviceN_Plate_Process);
   WClrColorDeviceN converted(space, identifier_);
-  for (const BasePlate &plate : base.plates) {
-    const int component = process.GetComponent<std::uint8_t>(plate.offset);
-    converted.SetColorComponent(space->GetColorPlateIndex(plate.type),
-                                static_cast<std::uint32_t>(ZelClr::MulDiv(component, base.divisor, base.full)), 255,
-                                false);
-  }
-  // The other plates keep their order; a plate of the former base is spent.
+  converted.SetProcessPlates(process);
+
+  // A plate of the former base is spent, and so is a light that did not print; the others keep their order.
   const auto &plates = space_->GetColorPlates();
   for (std::size_t i = 0; i < plates.size(); ++i) {
-    if (IsPlateOf(own, plates[i].type) || IsPlateOf(base, plates[i].type))
+    const DeviceN_Plate_Type type = plates[i].type;
+    if (IsPlateOf(own, type) || (IsPlateOf(base, type) && IsLight(type)))
       continue;
-    const int index = space->Insert(plates[i].type, plates[i].colour);
-    if (index >= 0)
-      converted.values_.insert(converted.values_.begin() + index, ValueAt(i));
+    if (IsPlateOf(base, type)) {
+      // It printed on top of the former base and now is a plate of the base.
+      std::uint32_t &value = converted.values_[static_cast<std::size_t>(space->GetColorPlateIndex(type))];
+      value = static_cast<std::uint32_t>(
+        OverprintCMYK(static_cast<int>(value), static_cast<int>(std::min(ValueAt(i), 100u))));
+      continue;
+    }
+    const int index = space->Insert(type, plates[i].colour);
+    if (index < 0)
+      return false;
+    converted.values_.insert(converted.values_.begin() + index, ValueAt(i));
   }
   *this = converted;
   return true;
+}
+
+void WClrColorDeviceN::SetProcessPlates(const CLR_COLORSPEC &process)
+{
+  const DeviceNBase &base = BaseOf(space_->GetProcessType());
+  for (const BasePlate &plate : base.plates) {
+    const int component = std::min<int>(process.GetComponent<std::uint8_t>(plate.offset), base.full);
+    SetColorComponent(space_->GetColorPlateIndex(plate.type),
+                      static_cast<std::uint32_t>(ZelClr::MulDiv(component, base.divisor, base.full)), 255, false);
+  }
 }
 
 void WClrColorDeviceN::SimplifyColor()

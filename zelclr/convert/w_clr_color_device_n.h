@@ -15,6 +15,9 @@
 class ZELCLR_API WClrColorDeviceN
 {
 public:
+  /// A colour of CMYK100, RGB255 or HEXA on the plates of a base of its own.
+  static std::unique_ptr<WClrColorDeviceN> OnProcessPlates(const CLR_COLORSPEC &process,
+                                                           DeviceN_Process_Type processType);
   /// Separates the space's process plates and starts every value at 0. Without a space there are no values. The
   /// identifier is the caller's own and only kept.
   ///
@@ -62,7 +65,9 @@ public:
   /// What the process plates hold, without any other plate: CMYK100, RGB255 or HEXA, by the base; a plate that the
   /// space lacks counts as no ink, or as full light. False without a base.
   bool GetProcessColor(CLR_COLORSPEC &colour) const;
-  /// Moves the process plates to another base by formula; all other plates stay. False without a base on either side.
+  /// Moves the process plates to another base by formula. Other plates stay, but for an ink that the new base has,
+  /// which is overprinted into it, and lights, which did not print. False, with nothing changed, without a base on
+  /// either side and where the plates would be too many.
   bool ConvertToProcessType(DeviceN_Process_Type processType);
   /// Drops the plates that print nothing and are not of the base: those with value 0 and those of type 0.
   void SimplifyColor();
@@ -95,6 +100,8 @@ private:
   std::uint32_t ValueAt(std::size_t index) const { return index < values_.size() ? values_[index] : 0; }
   bool HasValue(int index) const { return index >= 0 && static_cast<std::size_t>(index) < values_.size(); }
   bool OverprintTo(DeviceN_Process_Type base, CLR_COLORSPEC &colour) const;
+  /// Takes the values of the base's plates from a colour of the base's model; the inverse of GetProcessColor.
+  void SetProcessPlates(const CLR_COLORSPEC &process);
   std::vector<std::uint8_t> Form() const;
 
   std::shared_ptr<const WClrColorSpaceDeviceN> space_;

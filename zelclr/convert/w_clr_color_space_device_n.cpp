@@ -69,8 +69,10 @@ int WClrColorSpaceDeviceN::GetColorPlateIndex(DeviceN_Plate_Type type, const CLR
   ink.Copy(colour);
   if (type == DeviceN_Plate_Spot)
     ink.SetDensity(100);
-  const auto plate =
-    std::find_if(plates_.begin(), plates_.end(), [&](const auto &p) { return p.type == type && p.colour == ink; });
+  const ZelUtils::Guid &palette = ink.GetPaletteGuid();
+  const auto plate = std::find_if(plates_.begin(), plates_.end(), [&](const auto &p) {
+    return p.type == type && p.colour == ink && (type != DeviceN_Plate_Spot || p.colour.GetPaletteGuid() == palette);
+  });
   return plate == plates_.end() ? -1 : static_cast<int>(plate - plates_.begin());
 }
 

@@ -93,7 +93,7 @@ public:
   bool HasProcess() const { return processType_ != DeviceN_Process_None; }
 
   /// With unique plates (as after construction), adding a plate that the space has answers the index that it has: a
-  /// spot plate is the same when its colour is, any other when its type is.
+  /// spot plate is the same when its colour and that colour's palette are, any other when its type is.
   void EnableUniqueColorPlates(bool unique) { uniquePlates_ = unique; }
   bool HasUniqueColorPlates() const { return uniquePlates_; }
 

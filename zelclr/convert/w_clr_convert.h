@@ -138,7 +138,8 @@ public:
     const auto rgb = ZelClr::Formulas::Rgb48FromHls(hue, LowByte(lightness), LowByte(saturation));
     Put(red, green, blue, rgb.red, rgb.green, rgb.blue);
   }
-  /// Components 0 to 255 as doubles.
+  /// Components 0 to 255 as doubles. I and Q are cut off to the byte; Y, which only components beyond that range bring
+  /// out of it, is stored modulo 256.
   static void ConvertRGBToYIQ255(double red, double green, double blue, std::uint8_t &y, std::uint8_t &i,
                                  std::uint8_t &q);
   static void ConvertYIQ255ToRGB(std::uint8_t y, std::uint8_t i, std::uint8_t q, double &red, double &green,
@@ -153,12 +154,14 @@ public:
 
   // --- Between any two models ---------------------------------------------------------------------------------------
 
-  /// Converts by formula into a basic model: 2 to 9, 11, 12, 15, 17 to 19, 23, 24, 27, 29 or 30. False, with the
+  /// Whether colours can be converted to the model by formula: 2 to 9, 11, 12, 15, 17 to 19, 23, 24, 27, 29 and 30.
+  static bool IsBasicType(unsigned model);
+  /// Converts by formula into a basic model. False, with the
   /// destination untouched, for another target and for a source without an appearance (invalid, Pantone, index, an
   /// ink or a spot colour whose palette is not at hand).
   ///
   /// A pair with a converter above goes through it (but for the stored Lab and XYZ arithmetic), any other pair through
-  /// RGB48, CMYK255 or RGB255, the first that both have a step to. CMYK is made from RGB
+  /// RGB48, CMYK255, LAB or RGB255, the first that both have a step to. CMYK is made from RGB
   /// with all gray in the black (formulas/cmyk.h); Lab and XYZ are measured colours of sRGB on D50
   /// (formulas/srgb_lab.h), cut off to what the record holds; spot colours and user inks are thinned to their density.
   static bool ConvertToBasicType(CLR_COLORSPEC *destination, unsigned model, const CLR_COLORSPEC *source);
@@ -191,13 +194,15 @@ public:
   static int CompareColors(const CLR_COLORSPEC &a, const CLR_COLORSPEC &b);
   /// Whether CompareColors finds no difference: a reference is the same as its colour.
   static bool ColorsAreSame(const CLR_COLORSPEC &a, const CLR_COLORSPEC &b) { return CompareColors(a, b) == 0; }
-  /// CIEDE2000 between the two, each as sRGB by formula; empty when one has no appearance. The library's managed
-  /// measure is another.
+  /// CIE Lab on D50: a LAB colour as it stands, any other as sRGB by formula (formulas/srgb_lab.h); empty for a colour
+  /// without an appearance.
+  static std::optional<ZelClr::Formulas::Lab> GetLab(const CLR_COLORSPEC &colour);
+  /// CIEDE2000 between the Lab of the two; empty when one has no appearance. The library's managed measure is another.
   static std::optional<double> GetColorDistance(const CLR_COLORSPEC &a, const CLR_COLORSPEC &b);
   /// Whether the colour has no hue by formula: equal components of RGB or CMY, no chroma of YIQ or Lab, no saturation,
   /// black or gray. False for inks, which may have any colour, unless their density is 0.
   static bool IsAchromaticColor(const CLR_COLORSPEC &colour);
-  /// Whether it is achromatic and nothing of it would print: the lightest colour of its model.
+  /// Whether it is achromatic and nothing of it would print: white as RGB255.
   static bool IsAchromaticWhite(const CLR_COLORSPEC &colour);
   /// Whether it prints the same with black ink alone: an achromatic colour that is not mixed from cyan, magenta and
   /// yellow or from the other inks of a press.

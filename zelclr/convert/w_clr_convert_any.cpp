@@ -117,18 +117,42 @@ void PutRgb(Colour *destination, const Formulas::RealRgb &rgb)
                   RoundedByte(rgb.blue * 255.0));
 }
 
+Formulas::Lab StoredLab(const Colour &lab)
+{
+  return Formulas::LabFromRecord(lab.GetComponent<std::uint8_t>(0), lab.GetComponent<std::int8_t>(1),
+                                 lab.GetComponent<std::int8_t>(2));
+}
+
+void PutLab(Colour *destination, const Formulas::Lab &lab)
+{
+  Colour::MakeLAB(*destination, RoundedByte(lab.l / Formulas::kLabLPerByte),
+                  RoundedSigned(lab.a / Formulas::kLabAbPerByte), RoundedSigned(lab.b / Formulas::kLabAbPerByte));
+}
+
+void PutXyz(Colour *destination, const Formulas::Xyz &xyz)
+{
+  Colour::MakeXYZ(*destination, RoundedByte(xyz.x * 255.0), RoundedByte(xyz.y * 255.0), RoundedByte(xyz.z * 255.0));
+}
+
 void RgbFromLab(Colour *destination, const Colour *source)
 {
-  const auto lab = Formulas::LabFromRecord(source->GetComponent<std::uint8_t>(0), source->GetComponent<std::int8_t>(1),
-                                           source->GetComponent<std::int8_t>(2));
-  PutRgb(destination, Formulas::SrgbFromXyz(Formulas::XyzFromCieLab(lab)));
+  PutRgb(destination, Formulas::SrgbFromXyz(Formulas::XyzFromCieLab(StoredLab(*source))));
 }
 
 void LabFromRgb(Colour *destination, const Colour *source)
 {
-  const auto lab = Formulas::CieLabFromRgb(source->GetRed(), source->GetI255(), source->GetBlue());
-  Colour::MakeLAB(*destination, RoundedByte(lab.l / Formulas::kLabLPerByte),
-                  RoundedSigned(lab.a / Formulas::kLabAbPerByte), RoundedSigned(lab.b / Formulas::kLabAbPerByte));
+  PutLab(destination, Formulas::CieLabFromRgb(source->GetRed(), source->GetI255(), source->GetBlue()));
+}
+
+void XyzFromLab(Colour *destination, const Colour *source)
+{
+  PutXyz(destination, Formulas::XyzFromCieLab(StoredLab(*source)));
+}
+
+void LabFromXyz(Colour *destination, const Colour *source)
+{
+  const auto component = [&](std::size_t offset) { return source->GetComponent<std::uint8_t>(offset) / 255.0; };
+  PutLab(destination, Formulas::CieLabFromXyz({component(0), component(1), component(2)}));
 }
 
 void RgbFromLab255(Colour *destination, const Colour *source)
@@ -147,9 +171,8 @@ void Lab255FromRgb(Colour *destination, const Colour *source)
 
 void XyzFromRgb(Colour *destination, const Colour *source)
 {
-  const auto xyz =
-    Formulas::XyzFromSrgb(source->GetRed() / 255.0, source->GetI255() / 255.0, source->GetBlue() / 255.0);
-  Colour::MakeXYZ(*destination, RoundedByte(xyz.x * 255.0), RoundedByte(xyz.y * 255.0), RoundedByte(xyz.z * 255.0));
+  PutXyz(destination,
+         Formulas::XyzFromSrgb(source->GetRed() / 255.0, source->GetI255() / 255.0, source->GetBlue() / 255.0));
 }
 
 struct Step
@@ -225,6 +248,8 @@ constexpr Step kSteps[] = {
   {Model::Yiq255, Model::Rgb255, C::ConvertYIQ255ToRGB},
   {Model::Yiq255, Model::Rgb48, C::ConvertYIQ255ToRGB48},
   {Model::Lab, Model::Rgb255, RgbFromLab},
+  {Model::Lab, Model::Xyz, XyzFromLab},
+  {Model::Xyz, Model::Lab, LabFromXyz},
   {Model::Lab, Model::Lab255, C::ConvertLABToLAB255},
   {Model::Lab255, Model::Rgb255, RgbFromLab255},
   {Model::Lab255, Model::Lab, C::ConvertLAB255ToLAB},
@@ -239,8 +264,8 @@ constexpr Step kSteps[] = {
   {Model::Bgra, Model::Rgba, C::ConvertBGRAToRGBA},
 };
 
-/// Where two steps meet, the best first: no bits lost, no black lost, everything.
-constexpr std::uint16_t kMeetingPoints[] = {Model::Rgb48, Model::Cmyk255, Model::Rgb255};
+/// Where two steps meet, the best first: no bits lost, no black lost, nothing cut off to sRGB, everything.
+constexpr std::uint16_t kMeetingPoints[] = {Model::Rgb48, Model::Cmyk255, Model::Lab, Model::Rgb255};
 
 constexpr unsigned kModelNumbers = Model::Last + 1;
 
@@ -319,6 +344,11 @@ void ConvertBasic(Colour *destination, unsigned model, const Colour &source)
 
 } // namespace
 
+bool WClrConvert::IsBasicType(unsigned model)
+{
+  return IsBasic(model);
+}
+
 bool WClrConvert::ConvertToBasicType(Colour *destination, unsigned model, const Colour *source)
 {
   Colour appearance;
@@ -366,7 +396,9 @@ bool WClrConvert::ConvertToCMXColor(Colour *destination, const Colour *source)
 bool WClrConvert::ConvertToValidDuotone(Colour *destination, const Colour *source)
 {
   const unsigned model = source->GetType();
-  if (source->IsSpot() || source->IsCMYK() || model == Model::UserInks || model == Model::IndexedUserInk) {
+  if (source->IsSpot() || source->IsCMYK() || model == Model::Pantone || model == Model::PantoneHex ||
+      model == Model::UserInks || model == Model::IndexedUserInk)
+  {
     destination->Copy(*source);
     return true;
   }
@@ -378,24 +410,24 @@ int WClrConvert::CompareColors(const Colour &a, const Colour &b)
   return a.Resolved().CompareTo(b.Resolved());
 }
 
+std::optional<Formulas::Lab> WClrConvert::GetLab(const Colour &colour)
+{
+  Colour appearance;
+  if (!AppearanceOf(colour.Resolved(), Model::Lab, appearance))
+    return std::nullopt;
+  if (appearance.GetType() == Model::Lab255)
+    ConvertLAB255ToLAB(&appearance, &appearance);
+  if (appearance.GetType() == Model::Lab)
+    return StoredLab(appearance);
+  Colour rgb;
+  ConvertBasic(&rgb, Model::Rgb255, appearance);
+  return Formulas::CieLabFromRgb(rgb.GetRed(), rgb.GetI255(), rgb.GetBlue());
+}
+
 std::optional<double> WClrConvert::GetColorDistance(const Colour &a, const Colour &b)
 {
-  const auto lab = [](const Colour &colour) -> std::optional<Formulas::Lab> {
-    Colour appearance;
-    if (!AppearanceOf(colour.Resolved(), Model::Lab, appearance))
-      return std::nullopt;
-    if (appearance.GetType() == Model::Lab255)
-      ConvertLAB255ToLAB(&appearance, &appearance);
-    if (appearance.GetType() == Model::Lab) {
-      return Formulas::LabFromRecord(appearance.GetComponent<std::uint8_t>(0), appearance.GetComponent<std::int8_t>(1),
-                                     appearance.GetComponent<std::int8_t>(2));
-    }
-    Colour rgb;
-    ConvertBasic(&rgb, Model::Rgb255, appearance);
-    return Formulas::CieLabFromRgb(rgb.GetRed(), rgb.GetI255(), rgb.GetBlue());
-  };
-  const auto first = lab(a);
-  const auto second = lab(b);
+  const auto first = GetLab(a);
+  const auto second = GetLab(b);
   return first && second ? std::optional(Formulas::Ciede2000(*first, *second)) : std::nullopt;
 }
 

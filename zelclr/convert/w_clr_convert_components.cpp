@@ -30,8 +30,8 @@ Byte CutOff(double value)
 void WClrConvert::ConvertRGBToYIQ255(double red, double green, double blue, std::uint8_t &y, std::uint8_t &i,
                                      std::uint8_t &q)
 {
-  const auto inRange = [](double component) { return component >= 0 ? std::min(component, 255.0) : 0.0; };
-  const auto yiq = Formulas::YiqFromRgb(inRange(red), inRange(green), inRange(blue));
+  const auto sane = [](double component) { return std::isnan(component) ? 0.0 : std::clamp(component, -1e6, 1e6); };
+  const auto yiq = Formulas::YiqFromRgb(sane(red), sane(green), sane(blue));
   Put(y, i, q, yiq.y, yiq.i, yiq.q);
 }
 

@@ -20,27 +20,13 @@ std::unique_ptr<WClrColorDeviceN> OnOnePlate(Space space, int percent)
   return value;
 }
 
-std::unique_ptr<WClrColorDeviceN> OnProcessPlates(const CLR_COLORSPEC &colour, DeviceN_Process_Type processType)
-{
-  const DeviceNBase &base = BaseOf(processType);
-  auto space = std::make_shared<WClrColorSpaceDeviceN>(0, processType);
-  space->AddColorPlate(DeviceN_Plate_Process);
-  auto value = std::make_unique<WClrColorDeviceN>(space, 0);
-  for (const BasePlate &plate : base.plates) {
-    const int component = std::min<int>(colour.GetComponent<std::uint8_t>(plate.offset), base.full);
-    value->SetColorComponent(space->GetColorPlateIndex(plate.type),
-                             static_cast<std::uint32_t>(MulDiv(component, base.divisor, base.full)), 255, false);
-  }
-  return value;
-}
-
 std::unique_ptr<WClrColorDeviceN> AsDeviceN(const CLR_COLORSPEC &source)
 {
   const unsigned model = source.GetType();
   auto space = std::make_shared<WClrColorSpaceDeviceN>(0, DeviceN_Process_None);
   if (model == Model::Registration) {
     space->AddColorPlate(DeviceN_Plate_Registration);
-    return OnOnePlate(space, source.GetDensity());
+    return OnOnePlate(space, std::min<int>(source.GetDensity(), 100));
   }
   if (source.IsSpot()) {
     return space->AddSpotColorPlate(source) >= 0 ? OnOnePlate(space, std::min<int>(source.GetDensity(), 100)) : nullptr;
@@ -60,14 +46,14 @@ std::unique_ptr<WClrColorDeviceN> AsDeviceN(const CLR_COLORSPEC &source)
   case Model::Cmy255:
     if (!WClrConvert::ConvertToBasicType(&process, Model::Cmyk100, &source))
       return nullptr;
-    return OnProcessPlates(process, DeviceN_Process_CMYK);
+    return WClrColorDeviceN::OnProcessPlates(process, DeviceN_Process_CMYK);
   case Model::Hexachrome:
     process.Copy(source);
-    return OnProcessPlates(process, DeviceN_Process_Hexachrome);
+    return WClrColorDeviceN::OnProcessPlates(process, DeviceN_Process_Hexachrome);
   default:
     if (!WClrConvert::ConvertToBasicType(&process, Model::Rgb255, &source))
       return nullptr;
-    return OnProcessPlates(process, DeviceN_Process_RGB);
+    return WClrColorDeviceN::OnProcessPlates(process, DeviceN_Process_RGB);
   }
 }
 
@@ -100,13 +86,12 @@ std::vector<CLR_COLORSPEC> WClrConvert::SplitDeviceN(const CLR_COLORSPEC &colour
   CLR_COLORSPEC process;
   if (value->GetProcessColor(process))
     parts.push_back(process);
-  const auto &base = BaseOf(space->GetProcessType()).plates;
+  const DeviceNBase &base = BaseOf(space->GetProcessType());
   for (int i = 0; i < space->GetNumPlates(); ++i) {
     const DeviceN_Plate &plate = space->GetColorPlates()[static_cast<std::size_t>(i)];
     const auto index = static_cast<std::size_t>(i);
     const std::uint32_t amount = index < value->GetValues().size() ? value->GetValues()[index] : 0;
-    const bool ofBase = std::any_of(base.begin(), base.end(), [&](const BasePlate &p) { return p.type == plate.type; });
-    if (ofBase || amount == 0 || plate.colour.IsInvalid() || plate.type == DeviceN_Plate_SoftMask)
+    if (IsPlateOf(base, plate.type) || amount == 0 || plate.colour.IsInvalid() || plate.type == DeviceN_Plate_SoftMask)
       continue;
     CLR_COLORSPEC &part = parts.emplace_back(plate.colour);
     ApplyDensity(

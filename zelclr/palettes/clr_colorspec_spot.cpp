@@ -29,6 +29,8 @@ std::shared_ptr<SpotColorDefinition> CLR_COLORSPEC::CreateSpotDefinition(const s
   case Model::DeviceN:
     return nullptr;
   default:
+    if (!ZelClr::FindColourModel(GetType()))
+      return nullptr;
     break;
   }
   CLR_COLORSPEC appearance;

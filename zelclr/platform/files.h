@@ -25,4 +25,7 @@ ZELCLR_API std::optional<std::string> ReadStandardInput(std::size_t most, std::s
 /// the old file is as it was and nothing is left beside it.
 ZELCLR_API bool ReplaceFile(const std::string &path, std::string_view bytes, std::string &reason);
 
+/// Whether both paths lead to one existing file.
+ZELCLR_API bool IsSameFile(const std::string &a, const std::string &b);
+
 } // namespace ZelUtl

@@ -59,7 +59,7 @@ inline Xyz XyzFromLab(const Lab &lab)
   return {kRecordWhiteX * x, dark ? y : fy * fy * fy, kRecordWhiteZ * z};
 }
 
-/// XYZ as L*, a*, b*.
+/// XYZ as L*, a*, b*, with the cube root as a processor rounds it best: that of 64 is 4.
 ///
 /// KEPT: where Z/Zn is at most 0.008856, b* repeats the term of a*, 500 (fx - fy), where one would expect
 /// 200 (fy - fz); stored data depends on it.

@@ -5,6 +5,7 @@
 
 #include "zelclr/convert/w_clr_color_space_device_n.h"
 
+#include <algorithm>
 #include <array>
 #include <span>
 
@@ -51,6 +52,11 @@ constexpr bool IsKnownBase(std::int32_t processType)
 constexpr const DeviceNBase &BaseOf(std::int32_t processType)
 {
   return kDeviceNBases[IsKnownBase(processType) ? static_cast<std::size_t>(processType) : 0u];
+}
+
+constexpr bool IsPlateOf(const DeviceNBase &base, DeviceN_Plate_Type type)
+{
+  return std::any_of(base.plates.begin(), base.plates.end(), [&](const BasePlate &p) { return p.type == type; });
 }
 
 constexpr int DivisorOfPlate(DeviceN_Plate_Type type)

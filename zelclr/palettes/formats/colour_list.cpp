@@ -13,14 +13,14 @@ bool IsComment(std::string_view line)
   return line.starts_with("//") || line == "#" || line.starts_with("# ") || line.starts_with("#\t");
 }
 
-/// Where the colour at the start of a line ends: behind its parentheses and palette, or at the first blank.
+/// Where the colour at the start of a line ends: at the first blank that is not within its parentheses.
 std::size_t EndOfColour(std::string_view line)
 {
   const auto blank = std::min(line.find_first_of(" \t"), line.size());
-  const auto close = line.find(')');
-  if (close == std::string_view::npos || line.find('(') > close)
+  if (line.find('(') > blank)
     return blank;
-  return std::min(line.find_first_of(" \t", close), line.size());
+  const auto close = line.find(')');
+  return close == std::string_view::npos ? blank : std::min(line.find_first_of(" \t", close), line.size());
 }
 
 /// Whether the components are what people may mean: as Validate says, but whatever the palette, with the percentages of
@@ -69,6 +69,10 @@ std::optional<ReadPalette> ReadColourList(std::string_view bytes, ReadProblem &p
   ReadPalette palette;
   std::string_view line;
   while (lines.Next(line)) {
+    if (line.size() > kMostLineBytes) {
+      problem = {lines.Number(), kLineTooLong};
+      return std::nullopt;
+    }
     if (line.empty() || IsComment(line))
       continue;
     const std::size_t end = EndOfColour(line);

@@ -29,6 +29,8 @@ std::optional<ReadPalette> ReadGplPalette(std::string_view bytes, ReadProblem &p
 
   ReadPalette palette;
   while (lines.Next(line)) {
+    if (line.size() > kMostLineBytes)
+      return refuse(kLineTooLong);
     if (line.empty() || line.starts_with('#'))
       continue;
     const bool inHeader = palette.colours.empty();

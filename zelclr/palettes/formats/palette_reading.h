@@ -32,7 +32,8 @@ struct ReadProblem
   std::string reason;
 };
 
-/// Reads a palette of a known format: GPL, or else a plain list. At most 100,000 colours; UTF-8, with or without a byte
+/// Reads a palette of a known format: GPL, or else a plain list. At most 100,000 colours, lines of
+/// at most 4,096 bytes; UTF-8, with or without a byte
 /// order mark.
 ZELCLR_API std::optional<ReadPalette> ReadPaletteText(std::string_view bytes, ReadProblem &problem);
 

@@ -5,9 +5,8 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <cerrno>
-#include <cstdlib>
-#include <memory>
 #include <system_error>
 #include <utility>
 
@@ -81,19 +80,32 @@ std::string FolderOf(const std::string &path)
   return slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
 }
 
-/// The permissions that a new file gets.
-mode_t DefaultMode()
+/// Where the links at the end of a path lead, also when nothing stands there yet.
+std::string Followed(std::string path)
 {
-  const mode_t mask = ::umask(0);
-  ::umask(mask);
-  return 0666 & ~mask;
+  constexpr int kMostLinks = 40; // as the kernel
+  for (int i = 0; i < kMostLinks; ++i) {
+    std::array<char, 4096> target;
+    const auto length = ::readlink(path.c_str(), target.data(), target.size());
+    if (length <= 0)
+      break;
+    const std::string link(target.data(), static_cast<std::size_t>(length));
+    path = link.front() == '/' ? link : FolderOf(path) + "/" + link;
+  }
+  return path;
 }
 
-/// Where the links of a path lead; the path itself where nothing stands yet.
-std::string Followed(const std::string &path)
+/// Makes a file in the folder under a name that nobody has, with the permissions that new files get; -1 on failure.
+int MakeFileAside(const std::string &folder, std::string &name)
 {
-  const std::unique_ptr<char, void (*)(void *)> real(::realpath(path.c_str(), nullptr), std::free);
-  return real ? std::string(real.get()) : path;
+  static std::atomic<unsigned> count{0};
+  for (int attempt = 0; attempt < 100; ++attempt) {
+    name = folder + "/.zelclr-" + std::to_string(::getpid()) + "-" + std::to_string(count++);
+    const int file = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (file >= 0 || errno != EEXIST)
+      return file;
+  }
+  return -1;
 }
 
 } // namespace
@@ -118,6 +130,14 @@ std::optional<std::string> ReadStandardInput(std::size_t most, std::string &reas
   return ReadToEnd(STDIN_FILENO, most, reason);
 }
 
+bool IsSameFile(const std::string &a, const std::string &b)
+{
+  struct stat first = {};
+  struct stat second = {};
+  return ::stat(a.c_str(), &first) == 0 && ::stat(b.c_str(), &second) == 0 && first.st_dev == second.st_dev &&
+         first.st_ino == second.st_ino;
+}
+
 bool ReplaceFile(const std::string &path, std::string_view bytes, std::string &reason)
 {
   const std::string target = Followed(path);
@@ -132,13 +152,13 @@ bool ReplaceFile(const std::string &path, std::string_view bytes, std::string &r
     return device.IsOpen() && WriteAll(device.Number(), bytes) && device.Close() ? true : failed();
   }
 
-  std::string aside = target + ".XXXXXX";
-  Descriptor file(::mkstemp(aside.data()));
+  std::string aside;
+  Descriptor file(MakeFileAside(FolderOf(target), aside));
   if (!file.IsOpen())
     return failed();
   const bool written = WriteAll(file.Number(), bytes) &&
-                       ::fchmod(file.Number(), exists ? old.st_mode & 07777 : DefaultMode()) == 0 &&
-                       ::fsync(file.Number()) == 0 && file.Close() && ::rename(aside.c_str(), target.c_str()) == 0;
+                       (!exists || ::fchmod(file.Number(), old.st_mode & 07777) == 0) && ::fsync(file.Number()) == 0 &&
+                       file.Close() && ::rename(aside.c_str(), target.c_str()) == 0;
   if (!written) {
     failed();
     ::unlink(aside.c_str());

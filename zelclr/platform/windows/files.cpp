@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace ZelUtl {
@@ -116,6 +118,12 @@ std::optional<std::string> ReadFile(const std::string &path, std::size_t most, s
 std::optional<std::string> ReadStandardInput(std::size_t most, std::string &reason)
 {
   return ReadToEnd(::GetStdHandle(STD_INPUT_HANDLE), most, reason);
+}
+
+bool IsSameFile(const std::string &a, const std::string &b)
+{
+  std::error_code ignored;
+  return std::filesystem::equivalent(WideFromUtf8(a), WideFromUtf8(b), ignored);
 }
 
 bool ReplaceFile(const std::string &path, std::string_view bytes, std::string &reason)

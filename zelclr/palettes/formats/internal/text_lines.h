@@ -11,6 +11,8 @@ namespace ZelClr {
 
 /// Palettes larger than this are mistakes or attacks.
 inline constexpr std::size_t kMostColours = 100000;
+inline constexpr std::size_t kMostLineBytes = 4096;
+inline constexpr const char *kLineTooLong = "a line of more than 4096 bytes";
 
 /// Takes a text apart at line ends (LF, CR LF or CR); a byte order mark at its start is skipped.
 class TextLines
