@@ -351,8 +351,15 @@ bool WClrConvert::IsBasicType(unsigned model)
 
 bool WClrConvert::ConvertToBasicType(Colour *destination, unsigned model, const Colour *source)
 {
+  if (!IsBasic(model))
+    return false;
+  const Colour &colour = source->Resolved();
+  if (IsBasic(colour.GetType())) {
+    ConvertBasic(destination, model, colour);
+    return true;
+  }
   Colour appearance;
-  if (!IsBasic(model) || !AppearanceOf(source->Resolved(), model, appearance))
+  if (!AppearanceOf(colour, model, appearance))
     return false;
   ConvertBasic(destination, model, appearance);
   return true;

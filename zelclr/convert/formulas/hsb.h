@@ -103,9 +103,10 @@ constexpr Rgb RgbFromHsbSteps(int hue, int saturation, int brightness)
   const int v = brightness;
   const int p = shaded(65536 - s);
   const int qt = shaded(65536 - ((slope / 2) * (s / 2) >> 14));
-  const int highest = (sector + 1) / 2; // whose V: 0 and 3 red, 1 green, 2 blue
+  const bool redIsHighest = static_cast<unsigned>(hue - 60) >= 240u;
+  const int highest = (sector + 1) / 2; // whose V: 1 green, 2 blue
   const int lowest = sector / 2;        // whose p: 0 blue, 1 red, 2 green
-  return {Choose(highest % 3 == 0, v, Choose(lowest == 1, p, qt)), Choose(highest == 1, v, Choose(lowest == 2, p, qt)),
+  return {Choose(redIsHighest, v, Choose(lowest == 1, p, qt)), Choose(highest == 1, v, Choose(lowest == 2, p, qt)),
           Choose(highest == 2, v, Choose(lowest == 0, p, qt))};
 }
 
