@@ -177,14 +177,4 @@ RC_GTEST_PROP(ColourText, EveryColourComesBackByteForByte, (const std::array<std
   }
 }
 
-TEST(ColourText, EveryStoredPercentageHasItsOwnText)
-{
-  for (int byte = 0; byte < 256; ++byte) {
-    const auto b = static_cast<std::uint8_t>(byte);
-    for (const C &colour : {C::MakeHSB(1, b, b), C::MakeLAB(b, static_cast<std::int8_t>(byte - 128), 0)})
-      EXPECT_EQ(tests::BytesOf(ColorSpecFromText(TextFromColorSpec(colour)).value(), 4), tests::BytesOf(colour, 4))
-        << TextFromColorSpec(colour);
-  }
-}
-
 } // namespace

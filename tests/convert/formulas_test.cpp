@@ -240,23 +240,6 @@ TEST(Formulas, Kept_Gray16OfWhiteIs65280)
   EXPECT_EQ(W::ConvertRGB48toGray16(65535, 65535, 65535), 65535);
 }
 
-TEST(Formulas, YiqOfRgb)
-{
-  const struct
-  {
-    Three rgb;
-    Three yiq;
-  } kRows[] = {
-    {{255, 255, 255}, {255, 100, 100}}, {{0, 0, 0}, {0, 100, 100}},   {{255, 0, 0}, {76, 176, 127}},
-    {{0, 255, 0}, {150, 65, 33}},       {{0, 0, 255}, {29, 59, 140}}, {{128, 128, 128}, {128, 100, 100}},
-  };
-  for (const auto &row : kRows) {
-    std::uint8_t y, i, q;
-    W::ConvertRGBToYIQ255(row.rgb[0], row.rgb[1], row.rgb[2], y, i, q);
-    EXPECT_EQ((Three{y, i, q}), row.yiq) << row.rgb[0] << " " << row.rgb[1] << " " << row.rgb[2];
-  }
-}
-
 TEST(Formulas, Kept_TheHalfIsAddedToYiqBeforeTheCoefficients)
 {
   double r, g, b;
