@@ -66,6 +66,12 @@ void ForEach(benchmark::State &state, const Colours &colours, Work work)
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kColours));
 }
 
+template <class... Values>
+void Keep(Values &...values)
+{
+  (benchmark::DoNotOptimize(values), ...);
+}
+
 /// Red, green and blue to HSB in the words of the definition: whole numbers, divisions and tests.
 void HsbWrittenOut(benchmark::State &state)
 {
@@ -87,9 +93,7 @@ void HsbWrittenOut(benchmark::State &state)
       if (hue < 0)
         hue += 360;
     }
-    benchmark::DoNotOptimize(hue);
-    benchmark::DoNotOptimize(saturation);
-    benchmark::DoNotOptimize(max);
+    Keep(hue, saturation, max);
   });
 }
 
@@ -100,9 +104,7 @@ void HsbComponents(benchmark::State &state)
     short saturation;
     short brightness;
     WClrConvert::ConvertRGBCompToHSBComp(hue, saturation, brightness, c.red, c.green, c.blue);
-    benchmark::DoNotOptimize(hue);
-    benchmark::DoNotOptimize(saturation);
-    benchmark::DoNotOptimize(brightness);
+    Keep(hue, saturation, brightness);
   });
 }
 
@@ -141,9 +143,7 @@ void HlsWrittenOut(benchmark::State &state)
       if (hue < 0)
         hue += 360;
     }
-    benchmark::DoNotOptimize(hue);
-    benchmark::DoNotOptimize(saturation);
-    benchmark::DoNotOptimize(lightness);
+    Keep(hue, saturation, lightness);
   });
 }
 
@@ -154,9 +154,7 @@ void HlsComponents(benchmark::State &state)
     short lightness;
     short saturation;
     WClrConvert::ConvertRGBtoHLS(hue, lightness, saturation, c.red, c.green, c.blue);
-    benchmark::DoNotOptimize(hue);
-    benchmark::DoNotOptimize(lightness);
-    benchmark::DoNotOptimize(saturation);
+    Keep(hue, lightness, saturation);
   });
 }
 
@@ -210,9 +208,7 @@ void RgbFromHsbWrittenOut(benchmark::State &state)
     default:
       break;
     }
-    benchmark::DoNotOptimize(r);
-    benchmark::DoNotOptimize(g);
-    benchmark::DoNotOptimize(b);
+    Keep(r, g, b);
   });
 }
 
@@ -223,9 +219,7 @@ void RgbFromHsbComponents(benchmark::State &state)
     short green;
     short blue;
     WClrConvert::ConvertHSBCompToRGBComp(red, green, blue, colour.GetHue(), colour.GetRed(), colour.GetBlack());
-    benchmark::DoNotOptimize(red);
-    benchmark::DoNotOptimize(green);
-    benchmark::DoNotOptimize(blue);
+    Keep(red, green, blue);
   });
 }
 
@@ -274,9 +268,7 @@ void RgbFromHlsWrittenOut(benchmark::State &state)
       g = value(m1, m2, hue);
       b = value(m1, m2, hue - 120);
     }
-    benchmark::DoNotOptimize(r);
-    benchmark::DoNotOptimize(g);
-    benchmark::DoNotOptimize(b);
+    Keep(r, g, b);
   });
 }
 
@@ -287,9 +279,7 @@ void RgbFromHlsComponents(benchmark::State &state)
     short green;
     short blue;
     WClrConvert::ConvertHLStoRGB(red, green, blue, colour.GetHue(), colour.GetRed(), colour.GetBlack());
-    benchmark::DoNotOptimize(red);
-    benchmark::DoNotOptimize(green);
-    benchmark::DoNotOptimize(blue);
+    Keep(red, green, blue);
   });
 }
 

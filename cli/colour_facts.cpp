@@ -24,7 +24,7 @@ unsigned ModelFromInput(const std::string &name)
   // The exact name of a model goes before the name that it shares with others: "CMYK" is 2 and not any CMYK.
   for (const auto naming : {&ZelClr::ColourModel::textName, &ZelClr::ColourModel::spaceName}) {
     for (const ZelClr::ColourModel &model : ZelClr::ColourModels()) {
-      if (WClrConvert::IsBasicType(model.number) && ZelUtl::LowerAscii(model.*naming) == lower)
+      if (WClrConvert::IsBasicType(model.number) && !lower.empty() && ZelUtl::LowerAscii(model.*naming) == lower)
         return model.number;
     }
   }

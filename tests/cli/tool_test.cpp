@@ -82,6 +82,7 @@ TEST_F(Tool, ConvertRefusesJunkWithItsPlace)
   EXPECT_EQ(Run("convert 'CMYK100(0,101,0,0)' --to HSB").exitCode, 2);
   EXPECT_EQ(Run("convert red --to nonsense").exitCode, 2);
   EXPECT_EQ(Run("convert red --to SPOT").exitCode, 2);
+  EXPECT_EQ(Run("convert red --to ''").exitCode, 2) << "some models have no name of one kind";
   EXPECT_EQ(Run("convert red").exitCode, 2);
   EXPECT_EQ(Run("").exitCode, 2);
   const auto spot = Run("convert 'SPOT(1,100)@{00000000-0000-0000-0000-000000000000}' --to HSB");

@@ -1,7 +1,5 @@
 // Conversion between any two models by formula, and what is built on it.
 
-#include "zelclr/colour/palette_types.h"
-#include "zelclr/colour/scaling.h"
 #include "zelclr/convert/w_clr_color_device_n.h"
 #include "zelclr/convert/w_clr_convert.h"
 
@@ -287,37 +285,35 @@ bool IsBasic(unsigned model)
   return model == Model::Rgb255 || FindStep(model, Model::Rgb255);
 }
 
-/// A colour of a basic model that looks like the given one, which is no reference: itself, or the process colour of an
-/// ink at its density.
-bool AppearanceOf(const Colour &colour, unsigned wantedModel, Colour &appearance)
+/// A colour of a basic model that looks like the given one, which is no reference: the colour itself, or the process
+/// colour of an ink at its density, made in `made`; null for a colour without an appearance.
+const Colour *AppearanceOf(const Colour &colour, unsigned wantedModel, Colour &made)
 {
-  const unsigned model = colour.GetType();
-  if (IsBasic(model)) {
-    appearance.Copy(colour);
-    return true;
-  }
-  switch (model) {
+  if (IsBasic(colour.GetType()))
+    return &colour;
+  switch (colour.GetType()) {
   case Model::Registration:
-    Colour::MakeCMYK(appearance, colour.GetBlue(), colour.GetI255(), colour.GetRed(), colour.GetBlack());
+    Colour::MakeCMYK(made, colour.GetBlue(), colour.GetI255(), colour.GetRed(), colour.GetBlack());
     break;
   case Model::UserInks:
-  case Model::IndexedUserInk:
-    return Colour::MakeProcessFromUserInks(colour, appearance); // at its density already
+  case Model::IndexedUserInk: // made at its density already
+    return Colour::MakeProcessFromUserInks(colour, made) ? &made : nullptr;
   case Model::DeviceN: {
-    const WClrColorDeviceN *deviceN = colour.GetDeviceN();
-    if (!deviceN)
-      return false;
-    return deviceN->IsRGBBased()   ? deviceN->OverprintToRGB(appearance)
-           : deviceN->IsHexBased() ? deviceN->OverprintToHex(appearance)
-                                   : deviceN->OverprintToCMYK(appearance);
+    const WClrColorDeviceN *value = colour.GetDeviceN();
+    if (!value)
+      return nullptr;
+    const bool known = value->IsRGBBased()   ? value->OverprintToRGB(made)
+                       : value->IsHexBased() ? value->OverprintToHex(made)
+                                             : value->OverprintToCMYK(made);
+    return known ? &made : nullptr;
   }
   default:
-    if (!colour.GetSpotAppearance(wantedModel, appearance) || !IsBasic(appearance.GetType()))
-      return false;
+    if (!colour.GetSpotAppearance(wantedModel, made) || !IsBasic(made.GetType()))
+      return nullptr;
     break;
   }
-  WClrConvert::ApplyDensity(&appearance, colour.GetDensity());
-  return true;
+  WClrConvert::ApplyDensity(&made, colour.GetDensity());
+  return &made;
 }
 
 /// Converts a basic colour; both models are basic.
@@ -351,17 +347,11 @@ bool WClrConvert::IsBasicType(unsigned model)
 
 bool WClrConvert::ConvertToBasicType(Colour *destination, unsigned model, const Colour *source)
 {
-  if (!IsBasic(model))
+  Colour made;
+  const Colour *appearance = IsBasic(model) ? AppearanceOf(source->Resolved(), model, made) : nullptr;
+  if (!appearance)
     return false;
-  const Colour &colour = source->Resolved();
-  if (IsBasic(colour.GetType())) {
-    ConvertBasic(destination, model, colour);
-    return true;
-  }
-  Colour appearance;
-  if (!AppearanceOf(colour, model, appearance))
-    return false;
-  ConvertBasic(destination, model, appearance);
+  ConvertBasic(destination, model, *appearance);
   return true;
 }
 
@@ -412,177 +402,14 @@ bool WClrConvert::ConvertToValidDuotone(Colour *destination, const Colour *sourc
   return ConvertToBasicType(destination, Model::Cmyk255, source);
 }
 
-int WClrConvert::CompareColors(const Colour &a, const Colour &b)
-{
-  return a.Resolved().CompareTo(b.Resolved());
-}
-
 std::optional<Formulas::Lab> WClrConvert::GetLab(const Colour &colour)
 {
-  Colour appearance;
-  if (!AppearanceOf(colour.Resolved(), Model::Lab, appearance))
+  Colour made;
+  const Colour *appearance = AppearanceOf(colour.Resolved(), Model::Lab, made);
+  if (!appearance)
     return std::nullopt;
-  if (appearance.GetType() == Model::Lab255)
-    ConvertLAB255ToLAB(&appearance, &appearance);
-  if (appearance.GetType() == Model::Lab)
-    return StoredLab(appearance);
-  Colour rgb;
-  ConvertBasic(&rgb, Model::Rgb255, appearance);
-  return Formulas::CieLabFromRgb(rgb.GetRed(), rgb.GetI255(), rgb.GetBlue());
-}
-
-std::optional<double> WClrConvert::GetColorDistance(const Colour &a, const Colour &b)
-{
-  const auto first = GetLab(a);
-  const auto second = GetLab(b);
-  return first && second ? std::optional(Formulas::Ciede2000(*first, *second)) : std::nullopt;
-}
-
-bool WClrConvert::IsAchromaticColor(const Colour &colour)
-{
-  const std::uint8_t *bytes = colour.GetRAWColor();
-  switch (colour.GetType()) {
-  case Model::BlackWhite:
-  case Model::Gray255:
-  case Model::Gray16:
-    return true;
-  case Model::Cmyk:
-  case Model::Cmyk255:
-  case Model::Cmyk100:
-  case Model::Cmy255:
-  case Model::Rgb255:
-  case Model::Registration:
-  case Model::Rgba:
-  case Model::Bgra:
-    return bytes[0] == bytes[1] && bytes[1] == bytes[2];
-  case Model::Hsb:
-    return bytes[2] == 0 || bytes[3] == 0;
-  case Model::Hls:
-    return bytes[3] == 0 || bytes[2] == 0 || bytes[2] == 255;
-  case Model::Yiq255:
-    return bytes[1] == 100 && bytes[2] == 100;
-  case Model::Lab:
-    return bytes[1] == 0 && bytes[2] == 0;
-  case Model::Lab255:
-    return bytes[1] == 128 && bytes[2] == 128;
-  case Model::Hexachrome:
-    return bytes[2] == bytes[3] && bytes[3] == bytes[4] && bytes[6] == 0 && bytes[7] == 0;
-  case Model::Rgb48:
-    return colour.GetBlue16() == colour.GetGreen16() && colour.GetGreen16() == colour.GetRed16();
-  case Model::ScRgb:
-    return colour.GetSCRed() == colour.GetSCGreen() && colour.GetSCGreen() == colour.GetSCBlue();
-  case Model::Xyz:
-  case Model::DeviceN: {
-    Colour rgb;
-    return ConvertToBasicType(&rgb, Model::Rgb255, &colour) && IsAchromaticColor(rgb);
-  }
-  default:
-    return colour.IsTintable() && colour.GetDensity() == 0;
-  }
-}
-
-bool WClrConvert::IsAchromaticWhite(const Colour &colour)
-{
-  if (!IsAchromaticColor(colour))
-    return false;
-  Colour rgb;
-  if (!ConvertToBasicType(&rgb, Model::Rgb255, &colour))
-    return colour.GetDensity() == 0;
-  return rgb.GetCOLORREF() == 0xFFFFFF;
-}
-
-bool WClrConvert::CanTreatColorAsGrayscale(const Colour &colour)
-{
-  const std::uint8_t *bytes = colour.GetRAWColor();
-  switch (colour.GetType()) {
-  case Model::Cmyk:
-  case Model::Cmyk255:
-  case Model::Cmyk100:
-  case Model::Cmy255:
-    return bytes[0] == 0 && bytes[1] == 0 && bytes[2] == 0;
-  case Model::Hexachrome:
-    return IsAchromaticColor(colour) && bytes[2] == 0;
-  case Model::Registration:
-  case Model::DeviceN:
-    return false;
-  default:
-    return IsAchromaticColor(colour);
-  }
-}
-
-void WClrConvert::ApplyDensity(Colour *colour, unsigned density)
-{
-  const int percent = static_cast<int>(std::min(density, 100u));
-  if (colour->IsReference())
-    colour->BreakReference();
-  const unsigned model = colour->GetType();
-  if (WClrColorDeviceN *deviceN = colour->GetDeviceN()) {
-    deviceN->ApplyDensity(percent);
-    return;
-  }
-  if (!IsBasic(model)) {
-    colour->SetDensity(static_cast<std::uint16_t>(MulDiv(std::min<int>(colour->GetDensity(), 100), percent, 100)));
-    return;
-  }
-  if (model == Model::BlackWhite)
-    return;
-
-  Colour white(*colour);
-  switch (model) {
-  case Model::ScRgb:
-    Colour::MakeSCRGB(white, 1, 1, 1);
-    break;
-  case Model::Rgba:
-    Colour::MakeRGBA(white, 255, 255, 255, colour->GetBlack());
-    break;
-  case Model::Bgra:
-    Colour::MakeBGRA(white, 255, 255, 255, colour->GetBlack());
-    break;
-  case Model::Xyz:
-    Colour::MakeXYZ(white, 246, 255, 210);
-    break;
-  default:
-    Colour::MakeWhite(white);
-    break;
-  }
-  for (const ColourComponent &component : FindColourModel(model)->components) {
-    WithComponentType(component.type, [&]<class T>(T) {
-      const T from = white.GetComponent<T>(component.offset);
-      const T to = colour->GetComponent<T>(component.offset);
-      if constexpr (std::is_floating_point_v<T>)
-        colour->SetComponent(component.offset, from + (to - from) * static_cast<T>(percent) / T{100});
-      else
-        colour->SetComponent(component.offset, static_cast<T>(from + MulDiv(to - from, percent, 100)));
-    });
-  }
-}
-
-bool WClrConvert::CopyOrRelabel(Colour *destination, unsigned model, const Colour *source)
-{
-  if (model == Model::Pantone || model == Model::Index || model == Model::Registration || model == Model::UserInks ||
-      model == Model::IndexedUserInk)
-    return false;
-  const unsigned from = source->GetType();
-  const bool relabel =
-    (from == Model::Cmyk255 && model == Model::Cmyk100) || (from == Model::Cmyk100 && model == Model::Cmyk255);
-  if (from != model && !relabel)
-    return false;
-  if (destination != source || source->IsReference())
-    destination->Copy(*source);
-  if (relabel)
-    destination->SetType(static_cast<std::uint16_t>(model));
-  return true;
-}
-
-bool WClrConvert::ConvertColorSpec(Colour *destination, unsigned model, const Colour *source,
-                                   ColorSystem::ColorContext & /*context*/)
-{
-  return CopyOrRelabel(destination, model, source);
-}
-
-bool WClrConvert::ConvertColorSpec(Colour *destination, unsigned model,
-                                   ColorSystem::ColorContext & /*destinationContext*/, const Colour *source,
-                                   ColorSystem::ColorContext & /*sourceContext*/)
-{
-  return CopyOrRelabel(destination, model, source);
+  const bool isLab = appearance->GetType() == Model::Lab || appearance->GetType() == Model::Lab255;
+  Colour reading;
+  ConvertBasic(&reading, isLab ? Model::Lab : Model::Rgb255, *appearance);
+  return isLab ? StoredLab(reading) : Formulas::CieLabFromRgb(reading.GetRed(), reading.GetI255(), reading.GetBlue());
 }
