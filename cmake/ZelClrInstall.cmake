@@ -13,6 +13,7 @@ configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/ZelClrConfig.cmake.in
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/ZelClrConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/ZelClrConfig.cmake" "${PROJECT_BINARY_DIR}/ZelClrConfigVersion.cmake"
   DESTINATION "${package_dir}")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/data/" DESTINATION "${CMAKE_INSTALL_DATADIR}/zelclr")
 install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_SOURCE_DIR}/README.md" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 if(TARGET zelclr-tool)
   install(TARGETS zelclr-tool RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")

@@ -1,6 +1,22 @@
 // Everything that the library offers.
 #pragma once
 
+#include "zelclr/colorsystem/base_color_profile.h"
+#include "zelclr/colorsystem/color.h"
+#include "zelclr/colorsystem/color_channel_array.h"
+#include "zelclr/colorsystem/color_context.h"
+#include "zelclr/colorsystem/color_data.h"
+#include "zelclr/colorsystem/color_model.h"
+#include "zelclr/colorsystem/color_profile.h"
+#include "zelclr/colorsystem/color_profile_manager.h"
+#include "zelclr/colorsystem/color_space.h"
+#include "zelclr/colorsystem/color_system_error.h"
+#include "zelclr/colorsystem/color_transform.h"
+#include "zelclr/colorsystem/engines/color_management_system.h"
+#include "zelclr/colorsystem/icc_color_profile.h"
+#include "zelclr/colorsystem/pixel_format.h"
+#include "zelclr/colorsystem/typed_colors.h"
+#include "zelclr/colorsystem/wcs_color_profile.h"
 #include "zelclr/colour/clr_colorspec.h"
 #include "zelclr/colour/clr_colorspec_125x.h"
 #include "zelclr/colour/colour_models.h"

@@ -1,4 +1,4 @@
-// Numbers in bytes from outside and to outside, least significant byte first.
+// Numbers in bytes from outside and to outside: least significant byte first, or most significant byte first (Big).
 //
 // Threads: values. Errors: a read beyond the end reads zeros and is remembered; ask Ok() before believing what was
 // read.
@@ -27,6 +27,14 @@ public:
     const auto bytes = Take(sizeof value);
     for (std::size_t i = bytes.size(); i-- > 0;)
       value = static_cast<std::make_unsigned_t<Integer>>((static_cast<std::uint64_t>(value) << 8) | bytes[i]);
+    return static_cast<Integer>(value);
+  }
+  template <std::integral Integer>
+  Integer ReadBig()
+  {
+    std::make_unsigned_t<Integer> value = 0;
+    for (const std::uint8_t byte : Take(sizeof value))
+      value = static_cast<std::make_unsigned_t<Integer>>((static_cast<std::uint64_t>(value) << 8) | byte);
     return static_cast<Integer>(value);
   }
   /// The next bytes; empty when there are not so many.
@@ -59,6 +67,13 @@ public:
       bytes_.push_back(static_cast<std::uint8_t>(bits));
       bits = static_cast<std::make_unsigned_t<Integer>>(static_cast<std::uint64_t>(bits) >> 8);
     }
+  }
+  template <std::integral Integer>
+  void WriteBig(Integer value)
+  {
+    const auto bits = static_cast<std::make_unsigned_t<Integer>>(value);
+    for (std::size_t i = sizeof bits; i-- > 0;)
+      bytes_.push_back(static_cast<std::uint8_t>(static_cast<std::uint64_t>(bits) >> (8 * i)));
   }
   void Write(std::span<const std::uint8_t> bytes) { bytes_.insert(bytes_.end(), bytes.begin(), bytes.end()); }
 

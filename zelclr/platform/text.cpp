@@ -60,6 +60,29 @@ std::string Utf8FromWide(std::wstring_view text)
   return narrow;
 }
 
+std::wstring WideFromUtf16(std::u16string_view text)
+{
+  std::string narrow;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    char32_t codePoint = text[i];
+    const char32_t next = i + 1 < text.size() ? text[i + 1] : U'\0';
+    if (codePoint >= 0xD800 && codePoint < 0xDC00 && next >= 0xDC00 && next < 0xE000) {
+      codePoint = 0x10000 + ((codePoint - 0xD800) << 10) + (next - 0xDC00);
+      ++i;
+    }
+    utf8::unchecked::append(IsScalarValue(codePoint) ? codePoint : kReplacement, std::back_inserter(narrow));
+  }
+  return WideFromUtf8(narrow);
+}
+
+std::u16string Utf16FromWide(std::wstring_view text)
+{
+  const std::string narrow = Utf8FromWide(text);
+  std::u16string utf16;
+  utf8::unchecked::utf8to16(narrow.begin(), narrow.end(), std::back_inserter(utf16));
+  return utf16;
+}
+
 bool IsValidUtf8(std::string_view text)
 {
   return utf8::is_valid(text.begin(), text.end());

@@ -19,6 +19,9 @@ namespace ZelUtl {
 ZELCLR_API std::wstring WideFromUtf8(std::string_view text);
 /// UTF-8 of wide text; each lone surrogate or number beyond U+10FFFF becomes U+FFFD.
 ZELCLR_API std::string Utf8FromWide(std::wstring_view text);
+/// Wide text of UTF-16 and back; lone surrogates and numbers beyond U+10FFFF become U+FFFD.
+ZELCLR_API std::wstring WideFromUtf16(std::u16string_view text);
+ZELCLR_API std::u16string Utf16FromWide(std::wstring_view text);
 ZELCLR_API bool IsValidUtf8(std::string_view text);
 
 /// The number that the whole text states; no blanks, no plus sign, no locale. Never infinite and never NaN.

@@ -1,0 +1,46 @@
+#include "zelclr/platform/application.h"
+
+#include <atomic>
+
+namespace ZelUtl {
+
+namespace {
+
+std::atomic<ApplicationHost *> current_host{nullptr};
+
+/// Never destroyed: engines unregister when the process ends, in an order that nobody knows.
+Event &CloseDocument()
+{
+  static auto &event = *new Event;
+  return event;
+}
+
+} // namespace
+
+void SetApplicationHost(ApplicationHost *host)
+{
+  current_host.store(host);
+}
+
+unsigned GetOpenDocumentCount()
+{
+  const ApplicationHost *const host = current_host.load();
+  return host == nullptr ? 0 : host->GetOpenDocumentCount();
+}
+
+void ReportCloseDocument()
+{
+  CloseDocument().Notify();
+}
+
+void RegisterToCloseDocument(const Delegate &listener)
+{
+  CloseDocument().Register(listener);
+}
+
+void UnregisterToCloseDocument(const Delegate &listener)
+{
+  CloseDocument().Unregister(listener);
+}
+
+} // namespace ZelUtl

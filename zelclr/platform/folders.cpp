@@ -1,0 +1,167 @@
+#include "zelclr/platform/folders.h"
+
+#include "zelclr/platform/text.h"
+#include "zelclr/platform/thread_lock.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+
+namespace ZelUtl {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct SetByHost
+{
+  ThreadLock lock;
+  std::optional<Folders> folders ZELCLR_GUARDED_BY(lock);
+};
+
+SetByHost &Host()
+{
+  static auto &host = *new SetByHost; // never destroyed: threads may still ask when the process ends
+  return host;
+}
+
+fs::path PathFrom(std::string_view utf8)
+{
+  return fs::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+std::string Utf8From(const fs::path &path)
+{
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
+bool IsSeparator(char character)
+{
+  return character == '/' || character == static_cast<char>(fs::path::preferred_separator);
+}
+
+std::size_t StartOfFileName(std::string_view path)
+{
+  std::size_t start = path.size();
+  while (start > 0 && !IsSeparator(path[start - 1]))
+    --start;
+  return start;
+}
+
+} // namespace
+
+Folders GetFolders()
+{
+  {
+    const ReadLock guard(Host().lock);
+    if (Host().folders)
+      return *Host().folders;
+  }
+  return CustomaryFolders();
+}
+
+void SetFolders(const Folders &folders)
+{
+  const WriteLock guard(Host().lock);
+  Host().folders = folders;
+}
+
+void ResetFolders()
+{
+  const WriteLock guard(Host().lock);
+  Host().folders.reset();
+}
+
+std::string JoinPath(std::string_view folder, std::string_view name)
+{
+  std::string path(folder);
+  if (!path.empty() && !IsSeparator(path.back()))
+    path += '/';
+  return path.append(name);
+}
+
+std::string FileNameOfPath(std::string_view path)
+{
+  return std::string(path.substr(StartOfFileName(path)));
+}
+
+std::string ExtensionOfPath(std::string_view path)
+{
+  const std::string name = FileNameOfPath(path);
+  const auto point = name.rfind('.');
+  return point == std::string::npos ? std::string() : name.substr(point);
+}
+
+std::string FolderOfPath(std::string_view path)
+{
+  const std::size_t start = StartOfFileName(path);
+  return std::string(path.substr(0, start > 1 ? start - 1 : start));
+}
+
+std::string ValidFileName(std::string_view text)
+{
+  constexpr std::size_t kMostCharacters = 100;
+  constexpr std::wstring_view kReserved = L"<>:\"/\\|?*\uFFFD";
+  std::wstring name;
+  for (const wchar_t character : WideFromUtf8(text)) {
+    if (character >= 32 && character != 127 && kReserved.find(character) == std::wstring_view::npos)
+      name += character;
+  }
+  name.resize(std::min(name.size(), kMostCharacters));
+  const auto first = name.find_first_not_of(L" .");
+  if (first == std::wstring::npos)
+    return "Unnamed";
+  return Utf8FromWide(std::wstring_view(name).substr(first, name.find_last_not_of(L" .") + 1 - first));
+}
+
+bool MakeFolders(const std::string &path, std::string &reason)
+{
+  std::error_code error;
+  fs::create_directories(PathFrom(path), error);
+  if (error)
+    reason = error.message();
+  return !error;
+}
+
+std::vector<std::string> FilesOfFolder(const std::string &folder, std::vector<std::string> *subfolders)
+{
+  std::vector<std::string> files;
+  std::error_code error;
+  // Whatever happens to the folder meanwhile, the listing ends there.
+  for (fs::directory_iterator entry(PathFrom(folder), error), end; !error && entry != end; entry.increment(error)) {
+    std::error_code unknown;
+    if (entry->is_regular_file(unknown))
+      files.push_back(Utf8From(entry->path().filename()));
+    else if (subfolders != nullptr && entry->is_directory(unknown))
+      subfolders->push_back(Utf8From(entry->path().filename()));
+  }
+  std::sort(files.begin(), files.end());
+  if (subfolders != nullptr)
+    std::sort(subfolders->begin(), subfolders->end());
+  return files;
+}
+
+bool IsFileWritable(const std::string &path)
+{
+  std::error_code error;
+  const auto permissions = fs::status(PathFrom(path), error).permissions();
+  return !error && (permissions & fs::perms::owner_write) != fs::perms::none;
+}
+
+bool SetFileWritable(const std::string &path, bool writable)
+{
+  const auto all = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+  std::error_code error;
+  fs::permissions(PathFrom(path), writable ? fs::perms::owner_write : all,
+                  writable ? fs::perm_options::add : fs::perm_options::remove, error);
+  return !error;
+}
+
+bool DeleteFileAt(const std::string &path)
+{
+  std::error_code error;
+  return fs::remove(PathFrom(path), error);
+}
+
+} // namespace ZelUtl

@@ -1,0 +1,196 @@
+#include "zelclr/platform/icc_file.h"
+
+#include "zelclr/platform/bytes.h"
+
+#include <algorithm>
+
+namespace ZelUtl {
+
+namespace {
+
+constexpr std::size_t kHeaderSize = 128;
+constexpr std::size_t kTagEntrySize = 12;
+/// Real profiles have some dozens.
+constexpr std::uint32_t kMostTags = 1024;
+
+double ReadS15Fixed16(ByteReader &reader)
+{
+  return reader.ReadBig<std::int32_t>() / 65536.0;
+}
+
+IccXyz ReadXyz(ByteReader &reader)
+{
+  const double x = ReadS15Fixed16(reader);
+  const double y = ReadS15Fixed16(reader);
+  return {x, y, ReadS15Fixed16(reader)};
+}
+
+/// ICC.1:2022, table 17; empty when the bytes are not those of a profile.
+std::optional<IccHeader> HeaderFrom(std::span<const std::uint8_t> bytes)
+{
+  ByteReader reader(bytes);
+  const auto number = [&reader] { return reader.ReadBig<std::uint32_t>(); };
+  const auto shortNumber = [&reader] { return reader.ReadBig<std::uint16_t>(); };
+  IccHeader header = {};
+  header.size = number();
+  header.preferredModule = number();
+  header.version = number();
+  header.deviceClass = number();
+  header.colourSpace = number();
+  header.connectionSpace = number();
+  for (std::uint16_t *part : {&header.created.year, &header.created.month, &header.created.day, &header.created.hour,
+                              &header.created.minute, &header.created.second})
+    *part = shortNumber();
+  const std::uint32_t signature = number();
+  header.platform = number();
+  header.flags = number();
+  header.manufacturer = number();
+  header.model = number();
+  header.attributes = reader.ReadBig<std::uint64_t>();
+  header.renderingIntent = number();
+  header.illuminant = ReadXyz(reader);
+  header.creator = number();
+  const auto identifier = reader.Take(header.identifier.size());
+  std::copy(identifier.begin(), identifier.end(), header.identifier.begin());
+  if (!reader.Ok() || signature != IccSignature("acsp"))
+    return std::nullopt;
+  return header;
+}
+
+/// The table of tags behind its count.
+std::vector<IccTag> TagsFrom(std::span<const std::uint8_t> table)
+{
+  std::vector<IccTag> tags;
+  ByteReader reader(table);
+  while (reader.Remaining() >= kTagEntrySize) {
+    const auto signature = reader.ReadBig<std::uint32_t>();
+    const auto offset = reader.ReadBig<std::uint32_t>();
+    tags.push_back({signature, offset, reader.ReadBig<std::uint32_t>()});
+  }
+  return tags;
+}
+
+bool LiesWithin(const IccTag &tag, std::uint64_t size)
+{
+  return tag.offset >= kHeaderSize && std::uint64_t{tag.offset} + tag.size <= size;
+}
+
+} // namespace
+
+std::string TextOfIccSignature(std::uint32_t signature)
+{
+  std::string text;
+  for (int shift = 24; shift >= 0; shift -= 8) {
+    const auto character = static_cast<char>((signature >> shift) & 0xFFu);
+    text += character >= ' ' && character <= '~' ? character : '?';
+  }
+  return text;
+}
+
+std::optional<IccFile> IccFile::Open(const std::string &path, std::string &reason)
+{
+  auto file = RegularFile::Open(path, reason);
+  if (!file)
+    return std::nullopt;
+  std::array<std::uint8_t, kHeaderSize + 4> start;
+  const auto header = file->ReadAt(0, start) ? HeaderFrom(start) : std::nullopt;
+  const std::uint32_t count = ByteReader(std::span(start).last(4)).ReadBig<std::uint32_t>();
+  if (!header || count > kMostTags) {
+    reason = "not an ICC profile";
+    return std::nullopt;
+  }
+  std::vector<std::uint8_t> table(count * kTagEntrySize);
+  if (!file->ReadAt(start.size(), table)) {
+    reason = "an ICC profile that ends within its table of tags";
+    return std::nullopt;
+  }
+  return IccFile(std::move(*file), *header, TagsFrom(table));
+}
+
+const IccTag *IccFile::Find(std::uint32_t signature) const
+{
+  const auto tag = std::find_if(tags_.begin(), tags_.end(), [&](const IccTag &t) { return t.signature == signature; });
+  return tag == tags_.end() ? nullptr : &*tag;
+}
+
+std::vector<std::uint8_t> IccFile::ReadTag(const IccTag &tag, std::size_t most) const
+{
+  std::vector<std::uint8_t> bytes;
+  if (LiesWithin(tag, Stamp().size)) {
+    bytes.resize(std::min<std::size_t>(tag.size, most));
+    if (!file_.ReadAt(tag.offset, bytes))
+      bytes.clear();
+  }
+  return bytes;
+}
+
+std::vector<std::uint8_t> IccFile::ReadTag(std::uint32_t signature, std::size_t most) const
+{
+  const IccTag *const tag = Find(signature);
+  return tag == nullptr ? std::vector<std::uint8_t>() : ReadTag(*tag, most);
+}
+
+std::vector<std::uint8_t> WithIccDescription(std::span<const std::uint8_t> profile, std::wstring_view description)
+{
+  const auto header = profile.size() >= kHeaderSize + 4 ? HeaderFrom(profile) : std::nullopt;
+  if (!header)
+    return {};
+  ByteReader reader(profile.subspan(kHeaderSize));
+  const auto count = reader.ReadBig<std::uint32_t>();
+  const auto table = reader.Take(std::size_t{count} * kTagEntrySize);
+  if (!reader.Ok() || count > kMostTags)
+    return {};
+  std::vector<IccTag> tags = TagsFrom(table);
+  const auto bytesOf = [&](const IccTag &tag) {
+    return LiesWithin(tag, profile.size()) ? profile.subspan(tag.offset, tag.size) : std::span<const std::uint8_t>();
+  };
+
+  constexpr auto kDescription = IccSignature("desc");
+  auto described = std::find_if(tags.begin(), tags.end(), [](const IccTag &t) { return t.signature == kDescription; });
+  bool localised = header->version >= 0x04000000;
+  if (described == tags.end())
+    described = tags.insert(tags.end(), {kDescription, 0, 0});
+  else if (const auto old = bytesOf(*described); old.size() >= 4)
+    localised = ByteReader(old).ReadBig<std::uint32_t>() == IccSignature("mluc");
+  const auto text = IccDescriptionTag(description, localised);
+
+  // Tags that share their bytes go on sharing them.
+  ByteWriter data;
+  const std::size_t dataStart = kHeaderSize + 4 + tags.size() * kTagEntrySize;
+  const auto place = [&](std::span<const std::uint8_t> bytes) {
+    const auto offset = static_cast<std::uint32_t>(dataStart + data.Bytes().size());
+    data.Write(bytes);
+    while (data.Bytes().size() % 4 != 0)
+      data.Write(std::uint8_t{0});
+    return offset;
+  };
+  std::vector<IccTag> placed = tags;
+  for (std::size_t i = 0; i < tags.size(); ++i) {
+    const bool isDescription = tags[i].signature == kDescription;
+    const auto twin = std::find_if(tags.begin(), tags.begin() + static_cast<std::ptrdiff_t>(i), [&](const IccTag &t) {
+      return t.signature != kDescription && t.offset == tags[i].offset && t.size == tags[i].size;
+    });
+    const auto bytes = isDescription ? std::span<const std::uint8_t>(text) : bytesOf(tags[i]);
+    placed[i].size = static_cast<std::uint32_t>(bytes.size());
+    placed[i].offset = !isDescription && twin != tags.begin() + static_cast<std::ptrdiff_t>(i)
+                         ? placed[static_cast<std::size_t>(twin - tags.begin())].offset
+                         : place(bytes);
+  }
+
+  ByteWriter whole;
+  whole.WriteBig(static_cast<std::uint32_t>(dataStart + data.Bytes().size()));
+  whole.Write(profile.subspan(4, 80));
+  for (int i = 0; i < 16; ++i) // the identifier
+    whole.Write(std::uint8_t{0});
+  whole.Write(profile.subspan(100, kHeaderSize - 100));
+  whole.WriteBig(static_cast<std::uint32_t>(placed.size()));
+  for (const IccTag &tag : placed) {
+    whole.WriteBig(tag.signature);
+    whole.WriteBig(tag.offset);
+    whole.WriteBig(tag.size);
+  }
+  whole.Write(data.Bytes());
+  return whole.Bytes();
+}
+
+} // namespace ZelUtl
