@@ -100,6 +100,10 @@ private:
   std::vector<IccTag> tags_;
 };
 
+/// Whether the tables that transforms are made of have the sizes that they claim, and sizes that a profile may have. A
+/// library that believes the claims may be given the file then.
+bool AreIccTablesSound(const IccFile &file);
+
 // --- Texts in tags ---------------------------------------------------------------------------------------------------
 
 /// More than any text of a tag has.

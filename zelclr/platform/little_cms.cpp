@@ -1,6 +1,7 @@
 #include "zelclr/platform/little_cms.h"
 
 #include "zelclr/platform/dynamic_library.h"
+#include "zelclr/platform/icc_file.h"
 
 #define CMS_NO_REGISTER_KEYWORD // C++17 has none
 #include <lcms2.h>
@@ -100,6 +101,10 @@ public:
 
   Profile OpenProfile(const std::string &path) const override
   {
+    std::string reason;
+    const auto file = IccFile::Open(path, reason);
+    if (!file || !AreIccTablesSound(*file))
+      return nullptr;
     return ProfileFrom(call_.cmsOpenProfileFromFile(path.c_str(), "r"));
   }
 

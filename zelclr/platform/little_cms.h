@@ -64,7 +64,7 @@ public:
 
   virtual ~LittleCms() = default;
 
-  /// `path` in UTF-8.
+  /// `path` in UTF-8. Null for a file that is no profile, or whose tables are not what they claim.
   virtual Profile OpenProfile(const std::string &path) const = 0;
   /// The output of gamut checks: one gray channel, 0 for what is in gamut and full for what is not.
   virtual Profile NullProfile() const = 0;

@@ -57,15 +57,22 @@ ZelUtl::LittleCmsOptions OptionsFor(const TransformOptions &options, bool exact)
   return {options.blackPointCompensation, exact, options.source.HasAlpha() && options.destination.HasAlpha()};
 }
 
-/// Whether colours can go both into a profile and out of it. A proof profile that fails here would give a transform
-/// that crashes when it is used.
-bool WorksBothWays(const LittleCms &library, const LittleCms::Profile &proof, ColorModel proofModel,
-                   const LittleCms::Profile &source, const TransformOptions &options)
+/// Whether colours can go into a proof profile and out of it by the intent of the chain and by the relative one, which
+/// the library's own check of the gamut goes by. A profile that fails here would give a transform that crashes when it
+/// is used.
+bool CanProof(const LittleCms &library, const LittleCms::Profile &source, const LittleCms::Profile &proof,
+              ColorModel proofModel, const TransformOptions &options)
 {
-  const Format format = LittleCmsFormatOf({proofModel, SampleType::UInt8});
+  const auto anywhere = library.NullProfile();
   const Format sourceFormat = LittleCmsFormatOf(options.source);
-  return library.CreateTransform(source, sourceFormat, proof, format, Number(options.intent), {}) != nullptr &&
-         library.CreateTransform(proof, format, source, sourceFormat, Number(options.intent), {}) != nullptr;
+  const Format proofFormat = LittleCmsFormatOf({proofModel, SampleType::UInt8});
+  for (const std::uint32_t intent : {Number(options.intent), Number(RenderingIntent::RelativeColorimetric)}) {
+    if (library.CreateTransform(source, sourceFormat, anywhere, Format::Gray8, intent, {}) == nullptr ||
+        library.CreateTransform(source, sourceFormat, proof, proofFormat, intent, {}) == nullptr ||
+        library.CreateTransform(proof, proofFormat, anywhere, Format::Gray8, intent, {}) == nullptr)
+      return false;
+  }
+  return true;
 }
 
 } // namespace
@@ -141,7 +148,7 @@ std::shared_ptr<ColorTransform> LcmsColorTransform::CreateProof(const ColorProfi
       if (profiles.back() == nullptr)
         return nullptr;
     }
-    if (!WorksBothWays(library, profiles[1], proofModel, profiles[0], options))
+    if (!CanProof(library, profiles[0], profiles[1], proofModel, options))
       return nullptr;
     const Format from = LittleCmsFormatOf(options.source);
     const Format to = LittleCmsFormatOf(options.destination);
