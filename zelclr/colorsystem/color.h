@@ -59,7 +59,7 @@ public:
   /// brought to the scale of L*, where one would expect the textbook; stored thresholds depend on it. The textbook is
   /// ZelClr::Formulas::Ciede2000.
   double GetDistance(const Color &other) const;
-  /// All channels 0 when the conversion fails.
+  /// All channels 0 when the conversion fails; throws as LabColor does where "CIE Lab.icc" is not installed.
   LabColor ConvertToLabColor() const;
   /// The colour in another space through the engine in force; null when there is no way there.
   std::shared_ptr<Color> ConvertToColorProfile(const ColorProfile &profile, RenderingIntent intent) const;

@@ -100,7 +100,7 @@ inline constexpr SampleType kSampleType<std::uint64_t> = SampleType::Packed64;
 /// The view of one sample type. The twenty: uint8_t 255, uint16_t 65535, float 1, uint32_t 255 (Packed32) and uint64_t
 /// 65535 (Packed64), each with both values of both flags.
 template <class Sample, bool kReversed, bool kAlpha, int kFullScale>
-class TypedColorData final : public ColorData
+class ZELCLR_API TypedColorData final : public ColorData
 {
 public:
   TypedColorData(ColorModel model, std::uint32_t width, std::uint32_t height, std::uint32_t rowStride = 0,

@@ -101,14 +101,15 @@ std::string FolderOfPath(std::string_view path)
 
 std::string ValidFileName(std::string_view text)
 {
-  constexpr std::size_t kMostCharacters = 100;
+  constexpr std::size_t kMostBytes = 200; // of the 255 that file systems take, with room for what is added
   constexpr std::wstring_view kReserved = L"<>:\"/\\|?*\uFFFD";
   std::wstring name;
-  for (const wchar_t character : WideFromUtf8(text)) {
+  for (const wchar_t character : WideFromUtf8(text.substr(0, 4 * kMostBytes))) {
     if (character >= 32 && character != 127 && kReserved.find(character) == std::wstring_view::npos)
       name += character;
   }
-  name.resize(std::min(name.size(), kMostCharacters));
+  while (Utf8FromWide(name).size() > kMostBytes)
+    name.pop_back();
   const auto first = name.find_first_not_of(L" .");
   if (first == std::wstring::npos)
     return "Unnamed";

@@ -37,7 +37,7 @@ ZELCLR_API std::string ExtensionOfPath(std::string_view path);
 /// The path without its file name; empty when it has none.
 ZELCLR_API std::string FolderOfPath(std::string_view path);
 /// A file name for every system out of any text: without path separators, reserved and control characters, blanks and
-/// points at its ends; "Unnamed" when nothing is left; at most 100 characters.
+/// points at its ends; "Unnamed" when nothing is left; at most 200 bytes.
 ZELCLR_API std::string ValidFileName(std::string_view text);
 
 bool MakeFolders(const std::string &path, std::string &reason);

@@ -141,55 +141,60 @@ std::vector<std::uint8_t> WithIccDescription(std::span<const std::uint8_t> profi
   if (!reader.Ok() || count > kMostTags)
     return {};
   std::vector<IccTag> tags = TagsFrom(table);
-  const auto bytesOf = [&](const IccTag &tag) {
-    return LiesWithin(tag, profile.size()) ? profile.subspan(tag.offset, tag.size) : std::span<const std::uint8_t>();
-  };
-
   constexpr auto kDescription = IccSignature("desc");
   auto described = std::find_if(tags.begin(), tags.end(), [](const IccTag &t) { return t.signature == kDescription; });
+  const bool added = described == tags.end();
   bool localised = header->version >= 0x04000000;
-  if (described == tags.end())
-    described = tags.insert(tags.end(), {kDescription, 0, 0});
-  else if (const auto old = bytesOf(*described); old.size() >= 4)
-    localised = ByteReader(old).ReadBig<std::uint32_t>() == IccSignature("mluc");
-  const auto text = IccDescriptionTag(description, localised);
+  if (!added && LiesWithin(*described, profile.size()) && described->size >= 4)
+    localised = ByteReader(profile.subspan(described->offset)).ReadBig<std::uint32_t>() == IccSignature("mluc");
 
-  // Tags that share their bytes go on sharing them.
-  ByteWriter data;
-  const std::size_t dataStart = kHeaderSize + 4 + tags.size() * kTagEntrySize;
-  const auto place = [&](std::span<const std::uint8_t> bytes) {
-    const auto offset = static_cast<std::uint32_t>(dataStart + data.Bytes().size());
-    data.Write(bytes);
-    while (data.Bytes().size() % 4 != 0)
-      data.Write(std::uint8_t{0});
-    return offset;
+  // The data stay as they are, overlapping tags and all; the new description comes behind them. Where the old one was
+  // the last of them, it goes.
+  auto data = profile.subspan(kHeaderSize + 4 + table.size());
+  const auto dataStart = static_cast<std::uint32_t>(profile.size() - data.size());
+  const auto isLast = [&](const IccTag &old) {
+    return LiesWithin(old, profile.size()) && old.offset >= dataStart && old.offset % 4 == 0 &&
+           std::uint64_t{old.offset} + old.size + 4 > profile.size() &&
+           std::all_of(tags.begin(), tags.end(), [&](const IccTag &t) {
+             return &t == &old || !LiesWithin(t, profile.size()) || std::uint64_t{t.offset} + t.size <= old.offset;
+           });
   };
-  std::vector<IccTag> placed = tags;
-  for (std::size_t i = 0; i < tags.size(); ++i) {
-    const bool isDescription = tags[i].signature == kDescription;
-    const auto twin = std::find_if(tags.begin(), tags.begin() + static_cast<std::ptrdiff_t>(i), [&](const IccTag &t) {
-      return t.signature != kDescription && t.offset == tags[i].offset && t.size == tags[i].size;
-    });
-    const auto bytes = isDescription ? std::span<const std::uint8_t>(text) : bytesOf(tags[i]);
-    placed[i].size = static_cast<std::uint32_t>(bytes.size());
-    placed[i].offset = !isDescription && twin != tags.begin() + static_cast<std::ptrdiff_t>(i)
-                         ? placed[static_cast<std::size_t>(twin - tags.begin())].offset
-                         : place(bytes);
+  if (!added && isLast(*described))
+    data = data.first(described->offset - dataStart);
+  const auto shift = static_cast<std::uint32_t>(added ? kTagEntrySize : 0);
+  for (IccTag &tag : tags) {
+    if (LiesWithin(tag, profile.size()))
+      tag.offset += shift;
+    else // it must not come to lie within the longer file
+      tag = {tag.signature, kHeaderSize, 0};
   }
+  if (added)
+    described = tags.insert(tags.end(), IccTag{kDescription, 0, 0});
+  const auto text = IccDescriptionTag(description, localised);
+  const std::uint32_t padding = (4 - (dataStart + shift + data.size()) % 4) % 4;
+  *described = {kDescription, static_cast<std::uint32_t>(dataStart + shift + data.size() + padding),
+                static_cast<std::uint32_t>(text.size())};
+  const std::uint32_t endPadding = (4 - text.size() % 4) % 4;
 
   ByteWriter whole;
-  whole.WriteBig(static_cast<std::uint32_t>(dataStart + data.Bytes().size()));
+  const auto writeZeros = [&whole](std::size_t zeros) {
+    for (std::size_t i = 0; i < zeros; ++i)
+      whole.Write(std::uint8_t{0});
+  };
+  whole.WriteBig(static_cast<std::uint32_t>(described->offset + text.size() + endPadding));
   whole.Write(profile.subspan(4, 80));
-  for (int i = 0; i < 16; ++i) // the identifier
-    whole.Write(std::uint8_t{0});
+  writeZeros(16); // the identifier
   whole.Write(profile.subspan(100, kHeaderSize - 100));
-  whole.WriteBig(static_cast<std::uint32_t>(placed.size()));
-  for (const IccTag &tag : placed) {
+  whole.WriteBig(static_cast<std::uint32_t>(tags.size()));
+  for (const IccTag &tag : tags) {
     whole.WriteBig(tag.signature);
     whole.WriteBig(tag.offset);
     whole.WriteBig(tag.size);
   }
-  whole.Write(data.Bytes());
+  whole.Write(data);
+  writeZeros(padding);
+  whole.Write(text);
+  writeZeros(endPadding);
   return whole.Bytes();
 }
 

@@ -56,7 +56,7 @@ std::wstring TextOfDescription(std::span<const std::uint8_t> tag)
   reader.Take(8);
   const auto asciiCount = reader.ReadBig<std::uint32_t>();
   const auto asciiBytes = reader.Take(std::min<std::size_t>(asciiCount, reader.Remaining()));
-  const std::wstring ascii = TextFromAscii(asciiBytes);
+  const std::wstring ascii = asciiCount > 1 ? TextFromAscii(asciiBytes) : std::wstring();
   reader.ReadBig<std::uint32_t>();
   const auto unicodeCount = reader.ReadBig<std::uint32_t>();
   const auto unicodeBytes = reader.Take(std::size_t{unicodeCount} * 2);
