@@ -77,6 +77,13 @@ bool IsProfileFileName(const std::string &name)
          MatchesProfilePatterns(wide, engine->GetProfileFilePatterns());
 }
 
+std::shared_ptr<BaseColorProfile> FirstWhere(const std::vector<std::shared_ptr<BaseColorProfile>> &profiles,
+                                             const auto &matches)
+{
+  const auto profile = std::find_if(profiles.begin(), profiles.end(), matches);
+  return profile == profiles.end() ? nullptr : *profile;
+}
+
 bool IsLegacyName(const std::wstring &name)
 {
   const std::wstring folded = Folded(name);
@@ -225,17 +232,13 @@ std::vector<ColorProfileManager::Implementation> ColorProfileManager::Collected(
 ColorProfileManager::Implementation ColorProfileManager::FindInCollectionNoLock(const std::wstring &name) const
 {
   const std::wstring folded = Folded(name);
-  const auto first = [&](const auto &matches) -> Implementation {
-    const auto profile = std::find_if(collection_.begin(), collection_.end(), matches);
-    return profile == collection_.end() ? nullptr : *profile;
-  };
-  if (auto profile = first([&](const Implementation &p) { return p->GetName() == name; }))
+  if (auto profile = FirstWhere(collection_, [&](const Implementation &p) { return p->GetName() == name; }))
     return profile;
-  if (auto profile = first([&](const Implementation &p) { return Folded(p->GetName()) == folded; }))
+  if (auto profile = FirstWhere(collection_, [&](const Implementation &p) { return Folded(p->GetName()) == folded; }))
     return profile;
-  if (auto profile = first([&](const Implementation &p) { return p->GetDisplayName() == name; }))
+  if (auto profile = FirstWhere(collection_, [&](const Implementation &p) { return p->GetDisplayName() == name; }))
     return profile;
-  return first([&](const Implementation &p) { return Folded(p->GetDisplayName()) == folded; });
+  return FirstWhere(collection_, [&](const Implementation &p) { return Folded(p->GetDisplayName()) == folded; });
 }
 
 ColorProfileManager::Implementation ColorProfileManager::FindNoLock(const std::wstring &name)

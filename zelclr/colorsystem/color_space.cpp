@@ -89,10 +89,11 @@ ColorSpace::~ColorSpace() = default;
 
 ColorSpace &ColorSpace::operator=(const ColorSpace &other)
 {
-  const ColorSpace copy(other); // two locks are never held at once
+  const ColorModel model = other.GetColorModel(); // two locks are never held at once
+  auto profile = other.GetColorProfile();
   const WriteLock guard(lock_);
-  model_ = copy.model_;
-  profile_ = copy.profile_;
+  model_ = model;
+  profile_ = std::move(profile);
   return *this;
 }
 

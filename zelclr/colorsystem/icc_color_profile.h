@@ -23,7 +23,7 @@ public:
   std::wstring CreatePsColorSourceArray(RenderingIntent intent) override;
 
 protected:
-  bool LoadNoLock(Content &content) override;
+  bool LoadNoLock(Content &content) override ZELCLR_REQUIRES(lock_);
 
 private:
   ProfileHandle OpenNoLock() ZELCLR_REQUIRES(lock_);

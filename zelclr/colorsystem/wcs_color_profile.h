@@ -17,7 +17,7 @@ public:
   ProfileHandle Open() override;
 
 protected:
-  bool LoadNoLock(Content &content) override;
+  bool LoadNoLock(Content &content) override ZELCLR_REQUIRES(lock_);
 
 private:
   const bool deviceModel_;

@@ -116,6 +116,12 @@ std::string ValidFileName(std::string_view text)
   return Utf8FromWide(std::wstring_view(name).substr(first, name.find_last_not_of(L" .") + 1 - first));
 }
 
+bool IsFolder(const std::string &path)
+{
+  std::error_code error;
+  return !path.empty() && fs::is_directory(PathFrom(path), error);
+}
+
 bool MakeFolders(const std::string &path, std::string &reason)
 {
   std::error_code error;

@@ -40,6 +40,7 @@ ZELCLR_API std::string FolderOfPath(std::string_view path);
 /// points at its ends; "Unnamed" when nothing is left; at most 200 bytes.
 ZELCLR_API std::string ValidFileName(std::string_view text);
 
+ZELCLR_API bool IsFolder(const std::string &path);
 bool MakeFolders(const std::string &path, std::string &reason);
 
 /// The names of the files of a folder, ordered; those of the folders in it in `subfolders` when that is given.

@@ -18,12 +18,6 @@ std::string Environment(const char *name)
   return value != nullptr && value[0] == '/' ? value : "";
 }
 
-bool IsFolder(const std::string &path)
-{
-  std::error_code error;
-  return !path.empty() && fs::is_directory(path, error);
-}
-
 /// share/zelclr beside lib/libZelClr.so, wherever that was installed to: lib may have folders of its own.
 std::string DataFolder()
 {

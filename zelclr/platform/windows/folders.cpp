@@ -25,12 +25,6 @@ std::string Below(const std::wstring &folder, const char *name)
   return folder.empty() ? "" : JoinPath(Utf8FromWide(folder), name);
 }
 
-bool IsFolder(const std::string &path)
-{
-  std::error_code error;
-  return !path.empty() && fs::is_directory(WideFromUtf8(path), error);
-}
-
 /// share/zelclr beside bin/libZelClr.dll, or data beside the library itself.
 std::string DataFolder()
 {
