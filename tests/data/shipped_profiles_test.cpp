@@ -238,7 +238,9 @@ TEST_P(ShippedProfile, StaysWithinItsInkLimit)
     return;
   const Profile profile = Open(shipped.file);
   const Profile screen = Open("sRGB_IEC61966-2-1_no_black_scaling.icc");
-  for (const cmsUInt32Number intent : {INTENT_PERCEPTUAL, INTENT_RELATIVE_COLORIMETRIC, INTENT_SATURATION}) {
+  for (const cmsUInt32Number intent :
+       std::initializer_list<cmsUInt32Number>{INTENT_PERCEPTUAL, INTENT_RELATIVE_COLORIMETRIC, INTENT_SATURATION})
+  {
     const Transform build = Between(screen, TYPE_RGB_DBL, profile, shipped.space->format, intent);
     double most = 0;
     Device inks(shipped.space->white.size());
