@@ -70,9 +70,15 @@ std::vector<IccTag> TagsFrom(std::span<const std::uint8_t> table)
   return tags;
 }
 
-bool LiesWithin(const IccTag &tag, std::uint64_t size)
+/// Where the data of a profile with so many tags begin: behind the table.
+std::size_t DataStart(std::size_t tags)
 {
-  return tag.offset >= kHeaderSize && std::uint64_t{tag.offset} + tag.size <= size;
+  return kHeaderSize + 4 + tags * kTagEntrySize;
+}
+
+bool LiesWithin(const IccTag &tag, std::size_t dataStart, std::uint64_t size)
+{
+  return tag.offset >= dataStart && std::uint64_t{tag.offset} + tag.size <= size;
 }
 
 } // namespace
@@ -116,7 +122,7 @@ const IccTag *IccFile::Find(std::uint32_t signature) const
 std::vector<std::uint8_t> IccFile::ReadTag(const IccTag &tag, std::size_t most) const
 {
   std::vector<std::uint8_t> bytes;
-  if (LiesWithin(tag, Stamp().size)) {
+  if (LiesWithin(tag, DataStart(tags_.size()), Stamp().size)) {
     bytes.resize(std::min<std::size_t>(tag.size, most));
     if (!file_.ReadAt(tag.offset, bytes))
       bytes.clear();
@@ -144,29 +150,31 @@ std::vector<std::uint8_t> WithIccDescription(std::span<const std::uint8_t> profi
   constexpr auto kDescription = IccSignature("desc");
   auto described = std::find_if(tags.begin(), tags.end(), [](const IccTag &t) { return t.signature == kDescription; });
   const bool added = described == tags.end();
+  if (added && count == kMostTags)
+    return {};
+  const auto dataStart = static_cast<std::uint32_t>(DataStart(count));
+  const auto liesWithin = [&](const IccTag &tag) { return LiesWithin(tag, dataStart, profile.size()); };
   bool localised = header->version >= 0x04000000;
-  if (!added && LiesWithin(*described, profile.size()) && described->size >= 4)
+  if (!added && liesWithin(*described) && described->size >= 4)
     localised = ByteReader(profile.subspan(described->offset)).ReadBig<std::uint32_t>() == IccSignature("mluc");
 
   // The data stay as they are, overlapping tags and all; the new description comes behind them. Where the old one was
   // the last of them, it goes.
-  auto data = profile.subspan(kHeaderSize + 4 + table.size());
-  const auto dataStart = static_cast<std::uint32_t>(profile.size() - data.size());
+  auto data = profile.subspan(dataStart);
   const auto isLast = [&](const IccTag &old) {
-    return LiesWithin(old, profile.size()) && old.offset >= dataStart && old.offset % 4 == 0 &&
-           std::uint64_t{old.offset} + old.size + 4 > profile.size() &&
+    return liesWithin(old) && old.offset % 4 == 0 && std::uint64_t{old.offset} + old.size + 4 > profile.size() &&
            std::all_of(tags.begin(), tags.end(), [&](const IccTag &t) {
-             return &t == &old || !LiesWithin(t, profile.size()) || std::uint64_t{t.offset} + t.size <= old.offset;
+             return &t == &old || !liesWithin(t) || std::uint64_t{t.offset} + t.size <= old.offset;
            });
   };
   if (!added && isLast(*described))
     data = data.first(described->offset - dataStart);
   const auto shift = static_cast<std::uint32_t>(added ? kTagEntrySize : 0);
   for (IccTag &tag : tags) {
-    if (LiesWithin(tag, profile.size()))
+    if (liesWithin(tag))
       tag.offset += shift;
     else // it must not come to lie within the longer file
-      tag = {tag.signature, kHeaderSize, 0};
+      tag = {tag.signature, 0, 0};
   }
   if (added)
     described = tags.insert(tags.end(), IccTag{kDescription, 0, 0});
