@@ -167,8 +167,8 @@ TEST(IccFile, TagsAtTheFarEndOfAHugeFileAreReadAndThoseBeyondAreNot)
   setTag(1, 0xFFFFFFF0, 16);   // the last that can be addressed
   setTag(2, 0xFFFFFFF0, 0x20); // ends beyond 32 bits and in the file
   setTag(3, 0xFFFFFFF0, 0xFFFFFFF0);
-  setTag(4, 128, 0xFFFFFF00); // nearly the whole file
-  setTag(5, 0, 16);           // in the header
+  setTag(4, 1024, 0xFFFFFB00); // nearly the whole file
+  setTag(5, 140, 16);          // in the table of tags
   const std::string path = folder.Write("huge.icc", bytes);
   ASSERT_EQ(::truncate(path.c_str(), (std::int64_t{1} << 32) + 64), 0);
   const auto file = Opened(path, "huge");

@@ -8,7 +8,6 @@
 #include "zelclr/platform/text.h"
 
 #include <algorithm>
-#include <cwctype>
 
 namespace ColorSystem {
 
@@ -49,14 +48,6 @@ bool IsFile(const std::wstring &path)
   return !path.empty() && ZelUtl::StampOfFile(Utf8FromWide(path)).has_value();
 }
 
-/// Upper and lower case alike, in every script that the C library knows.
-std::wstring Folded(std::wstring text)
-{
-  for (wchar_t &character : text)
-    character = static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(character)));
-  return text;
-}
-
 std::wstring ExtensionOf(const std::wstring &path)
 {
   return WideFromUtf8(ZelUtl::LowerAscii(ZelUtl::ExtensionOfPath(Utf8FromWide(path))));
@@ -86,7 +77,7 @@ std::shared_ptr<BaseColorProfile> FirstWhere(const std::vector<std::shared_ptr<B
 
 bool IsLegacyName(const std::wstring &name)
 {
-  const std::wstring folded = Folded(name);
+  const std::wstring folded = ZelUtl::FoldedCase(name);
   return folded.find(L"copyright") != std::wstring::npos && folded.find(L"zelan") != std::wstring::npos;
 }
 
@@ -157,7 +148,7 @@ void ColorProfileManager::EnterNoLock(const Implementation &profile)
 
 void ColorProfileManager::EnterFolderNoLock(const std::wstring &folder, int depth)
 {
-  if (folder.empty() || depth < 0)
+  if (depth < 0)
     return;
   const std::string path = Utf8FromWide(folder);
   std::vector<std::string> subfolders;
@@ -177,12 +168,19 @@ void ColorProfileManager::ScanNoLock()
   scanned_ = true;
   for (const std::wstring &path : added_)
     EnterNoLock(ProfileAtNoLock(path));
-  EnterFolderNoLock(folders_.user, 0);
-  EnterFolderNoLock(folders_.library, 0);
-  EnterFolderNoLock(folders_.adobeRecommended, kDeepest);
-  EnterFolderNoLock(folders_.adobe, kDeepest);
+  for (const SearchedFolder &folder : FoldersNoLock())
+    EnterFolderNoLock(folder.path, folder.depth);
+}
+
+/// In the order of the search, without those that are unknown.
+std::vector<ColorProfileManager::SearchedFolder> ColorProfileManager::FoldersNoLock() const
+{
+  std::vector<SearchedFolder> folders = {
+    {folders_.user, 0}, {folders_.library, 0}, {folders_.adobeRecommended, kDeepest}, {folders_.adobe, kDeepest}};
   for (const std::wstring &folder : folders_.system)
-    EnterFolderNoLock(folder, kDeepest);
+    folders.push_back({folder, kDeepest});
+  std::erase_if(folders, [](const SearchedFolder &folder) { return folder.path.empty(); });
+  return folders;
 }
 
 void ColorProfileManager::CreateColorProfilesCollection()
@@ -196,7 +194,9 @@ bool ColorProfileManager::Rescan()
 {
   const WriteLock guard(lock_);
   ScanNoLock();
-  return !collection_.empty();
+  const auto folders = FoldersNoLock();
+  return std::any_of(folders.begin(), folders.end(),
+                     [](const SearchedFolder &folder) { return ZelUtl::IsFolder(Utf8FromWide(folder.path)); });
 }
 
 void ColorProfileManager::UpdateProfilesCollection(const std::wstring & /*folder*/)
@@ -231,14 +231,16 @@ std::vector<ColorProfileManager::Implementation> ColorProfileManager::Collected(
 
 ColorProfileManager::Implementation ColorProfileManager::FindInCollectionNoLock(const std::wstring &name) const
 {
-  const std::wstring folded = Folded(name);
+  const std::wstring folded = ZelUtl::FoldedCase(name);
   if (auto profile = FirstWhere(collection_, [&](const Implementation &p) { return p->GetName() == name; }))
     return profile;
-  if (auto profile = FirstWhere(collection_, [&](const Implementation &p) { return Folded(p->GetName()) == folded; }))
+  if (auto profile =
+        FirstWhere(collection_, [&](const Implementation &p) { return ZelUtl::FoldedCase(p->GetName()) == folded; }))
     return profile;
   if (auto profile = FirstWhere(collection_, [&](const Implementation &p) { return p->GetDisplayName() == name; }))
     return profile;
-  return FirstWhere(collection_, [&](const Implementation &p) { return Folded(p->GetDisplayName()) == folded; });
+  return FirstWhere(collection_,
+                    [&](const Implementation &p) { return ZelUtl::FoldedCase(p->GetDisplayName()) == folded; });
 }
 
 ColorProfileManager::Implementation ColorProfileManager::FindNoLock(const std::wstring &name)
@@ -318,12 +320,12 @@ std::vector<ColorProfileManager::Profiles> ColorProfileManager::GetDisplayColorP
 ColorProfileManager::Profiles ColorProfileManager::GetDeviceColorProfiles(DeviceClass deviceClass,
                                                                           const wchar_t *device)
 {
-  const std::wstring wanted = Folded(device == nullptr ? L"" : device);
+  const std::wstring wanted = ZelUtl::FoldedCase(device == nullptr ? L"" : device);
   Profiles profiles;
   for (const Implementation &profile : Collected(false)) {
-    const bool named = wanted.empty() ||
-                       Folded(profile->GetDeviceModelDescription()).find(wanted) != std::wstring::npos ||
-                       Folded(profile->GetDeviceManufacturerDescription()).find(wanted) != std::wstring::npos;
+    const bool named =
+      wanted.empty() || ZelUtl::FoldedCase(profile->GetDeviceModelDescription()).find(wanted) != std::wstring::npos ||
+      ZelUtl::FoldedCase(profile->GetDeviceManufacturerDescription()).find(wanted) != std::wstring::npos;
     if (named && profile->GetDeviceClass() == deviceClass)
       profiles.push_back(profile);
   }
@@ -473,25 +475,22 @@ void ColorProfileManager::OnFolderChanged(const std::string &folder)
 
 void ColorProfileManager::StartTrackingProfileNameChanges()
 {
-  FolderPaths folders;
-  {
-    const ReadLock guard(lock_);
-    folders = folders_;
-  }
-  std::vector<std::wstring> watched = {folders.user, folders.library, folders.adobe, folders.adobeRecommended};
-  watched.insert(watched.end(), folders.system.begin(), folders.system.end());
-  for (const std::wstring &folder : watched) {
-    if (!folder.empty())
-      StartTrackingProfileNameChanges(folder);
-  }
+  const WriteLock guard(lock_);
+  for (const SearchedFolder &folder : FoldersNoLock())
+    WatchNoLock(folder);
 }
 
 void ColorProfileManager::StartTrackingProfileNameChanges(const std::wstring &folder)
 {
   const WriteLock guard(lock_);
+  WatchNoLock({folder, 0});
+}
+
+void ColorProfileManager::WatchNoLock(const SearchedFolder &folder)
+{
   if (watch_ == nullptr)
     watch_ = std::make_unique<ZelUtl::FolderWatch>([this](const std::string &changed) { OnFolderChanged(changed); });
-  watch_->Watch(Utf8FromWide(folder));
+  watch_->Watch(Utf8FromWide(folder.path), folder.depth);
 }
 
 void ColorProfileManager::StopTrackingProfileNameChanges()
@@ -610,7 +609,9 @@ void ColorProfileManager::FindRgbProfilesNoLock()
   }
   if (rgb_.path.empty()) {
     rgb_.name = rgb_.systemPath.empty() ? kLibraryRgbFile : rgb_.systemName;
-    rgb_.path = rgb_.systemPath.empty() ? Joined(folders_.library, kLibraryRgbFile) : rgb_.systemPath;
+    rgb_.path = !rgb_.systemPath.empty()   ? rgb_.systemPath
+                : folders_.library.empty() ? std::wstring()
+                                           : Joined(folders_.library, kLibraryRgbFile);
   }
 }
 

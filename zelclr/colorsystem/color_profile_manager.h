@@ -135,6 +135,11 @@ private:
     std::wstring library, user, adobe, adobeRecommended;
     std::vector<std::wstring> system;
   };
+  struct SearchedFolder
+  {
+    std::wstring path;
+    int depth; ///< of the subfolders that are searched, too
+  };
   struct RgbProfiles
   {
     std::wstring systemPath, systemName, path, name;
@@ -142,6 +147,8 @@ private:
 
   ColorProfileManager();
 
+  std::vector<SearchedFolder> FoldersNoLock() const ZELCLR_REQUIRES_SHARED(lock_);
+  void WatchNoLock(const SearchedFolder &folder) ZELCLR_REQUIRES(lock_);
   void ScanNoLock() ZELCLR_REQUIRES(lock_);
   void EnterFolderNoLock(const std::wstring &folder, int depth) ZELCLR_REQUIRES(lock_);
   void EnterNoLock(const Implementation &profile) ZELCLR_REQUIRES(lock_);

@@ -1,7 +1,7 @@
 // Tells when files of a folder appear, change or go.
 //
 // Threads: the listener runs on a thread of the watch's own, never two calls at once.
-// Errors: Watch answers false where the folder cannot be watched.
+// Errors: Watch answers false where the system has no watch to give.
 #pragma once
 
 #include <functional>
@@ -10,7 +10,7 @@
 
 namespace ZelUtl {
 
-/// Watches folders, each without its subfolders, until it is stopped or destroyed.
+/// Watches folders until it is stopped or destroyed.
 class FolderWatch
 {
 public:
@@ -23,7 +23,8 @@ public:
   FolderWatch(const FolderWatch &) = delete;
   FolderWatch &operator=(const FolderWatch &) = delete;
 
-  bool Watch(const std::string &folder);
+  /// The folder with its subfolders down to `depth`; it need not be there yet.
+  bool Watch(const std::string &folder, int depth = 0);
   /// Ends the watch and waits for the listener, unless the listener itself calls this. Never called from a static
   /// object's destructor: a thread cannot be waited for while the process unloads.
   void Stop();

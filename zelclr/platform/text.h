@@ -45,6 +45,8 @@ std::optional<Integer> IntegerFromText(std::string_view text, int base = 10)
 
 /// ASCII letters lowered, everything else as it stands.
 ZELCLR_API std::string LowerAscii(std::string_view text);
+/// Every letter of every script lowered that has one lower form; for names that are looked for without regard to case.
+ZELCLR_API std::wstring FoldedCase(std::wstring text);
 /// The text without ASCII blanks, tabs and line ends at both sides.
 ZELCLR_API std::string_view Trimmed(std::string_view text);
 

@@ -14,11 +14,10 @@ namespace tests {
 class OwnFolders : public testing::Test
 {
 protected:
-  OwnFolders() : OwnFolders(folder.Path("data")) {}
-  explicit OwnFolders(const std::string &data)
+  explicit OwnFolders(const std::string &data = {})
   {
     ZelUtl::Folders folders;
-    folders.data = data;
+    folders.data = data.empty() ? folder.Path("data") : data;
     folders.user = folder.Path("user");
     folders.temporary = folder.Path();
     folders.programs = folder.Path("programs");

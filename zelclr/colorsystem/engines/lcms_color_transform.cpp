@@ -182,10 +182,10 @@ bool LcmsColorTransform::Convert(const ColorData &source, ColorData &destination
 {
   if (!Fits(source, destination))
     return false;
-  if (!options_.source.HasAlpha())
-    destination.FillAlpha();
   library_->Run(HandleFor(source), source.GetRow(0), destination.GetRow(0), source.GetWidth(), source.GetHeight(),
                 source.GetRowStride(), destination.GetRowStride());
+  if (!options_.source.HasAlpha()) // afterwards: both may be views of one buffer
+    destination.FillAlpha();
   return true;
 }
 

@@ -1,5 +1,6 @@
 #include "zelclr/platform/folder_watch.h"
 
+#include "zelclr/platform/folders.h"
 #include "zelclr/platform/thread_lock.h"
 
 #include <poll.h>
@@ -13,12 +14,15 @@
 #include <set>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace ZelUtl {
 
 namespace {
 
 constexpr int kSettleMilliseconds = 100;
+constexpr std::uint32_t kChanges =
+  IN_CLOSE_WRITE | IN_CREATE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE | IN_MOVE_SELF | IN_ONLYDIR;
 
 bool HasInput(pollfd (&channels)[2], int timeout)
 {
@@ -49,37 +53,88 @@ struct FolderWatch::State
   }
   void Run();
   std::set<std::string> TakeChanges();
+  void Arm(std::set<std::string> &appeared) ZELCLR_REQUIRES(lock);
+  bool ArmTree(const std::string &root, const std::string &folder, int depth) ZELCLR_REQUIRES(lock);
+
+  struct Root
+  {
+    int depth;
+    bool present; // when it was looked for last
+  };
 
   const Listener listener;
   const int events;
   const int stop;
   std::thread thread; // owned by the watch, which alone touches it
   ThreadLock lock;
-  std::map<int, std::string> folders ZELCLR_GUARDED_BY(lock);
+  std::map<std::string, Root> roots ZELCLR_GUARDED_BY(lock);
+  /// By the system's number: the roots that a watched folder belongs to; none for a parent of one that is missing.
+  std::map<int, std::set<std::string>> watched ZELCLR_GUARDED_BY(lock);
 };
 
-/// The folders of the events that wait.
+/// Folders are watched before they are listed, so that none can appear between.
+bool FolderWatch::State::ArmTree(const std::string &root, const std::string &folder, int depth)
+{
+  const int number = ::inotify_add_watch(events, folder.c_str(), kChanges);
+  if (number < 0)
+    return false;
+  watched[number].insert(root);
+  if (depth > 0) {
+    std::vector<std::string> subfolders;
+    FilesOfFolder(folder, &subfolders);
+    for (const std::string &name : subfolders)
+      ArmTree(root, JoinPath(folder, name), depth - 1);
+  }
+  return true;
+}
+
+/// Watches what is there of the roots now; of one that is missing, the nearest folder in which it may appear.
+void FolderWatch::State::Arm(std::set<std::string> &appeared)
+{
+  for (auto &[folder, root] : roots) {
+    const bool present = ArmTree(folder, folder, root.depth);
+    if (present && !root.present)
+      appeared.insert(folder);
+    root.present = present;
+    std::string parent = folder;
+    for (int number = present ? 0 : -1; number < 0 && !parent.empty();) {
+      parent = parent == FolderOfPath(parent) ? std::string() : FolderOfPath(parent);
+      number = parent.empty() ? -1 : ::inotify_add_watch(events, parent.c_str(), kChanges);
+      if (number >= 0)
+        watched[number];
+    }
+  }
+}
+
+/// The roots that the events that wait belong to.
 std::set<std::string> FolderWatch::State::TakeChanges()
 {
   std::set<std::string> changed;
+  bool foldersChanged = false;
   alignas(inotify_event) std::array<char, 16384> buffer;
+  const WriteLock guard(lock);
   for (;;) {
     const auto size = ::read(events, buffer.data(), buffer.size());
     if (size <= 0)
-      return changed;
-    const ReadLock guard(lock);
+      break;
     for (std::size_t at = 0; at + sizeof(inotify_event) <= static_cast<std::size_t>(size);) {
       inotify_event event;
       std::memcpy(&event, buffer.data() + at, sizeof event);
       at += sizeof event + event.len;
+      foldersChanged |= (event.mask & (IN_ISDIR | IN_IGNORED | IN_Q_OVERFLOW)) != 0;
       if ((event.mask & IN_Q_OVERFLOW) != 0) { // some were lost: all may have changed
-        for (const auto &[number, folder] : folders)
+        for (const auto &[folder, root] : roots)
           changed.insert(folder);
-      } else if (const auto folder = folders.find(event.wd); folder != folders.end()) {
-        changed.insert(folder->second);
+      } else if (const auto folder = watched.find(event.wd); folder != watched.end()) {
+        changed.insert(folder->second.begin(), folder->second.end());
+        if ((event.mask & IN_IGNORED) != 0)
+          watched.erase(folder);
       }
     }
   }
+  if (foldersChanged)
+    Arm(changed);
+  return changed;
 }
 
 void FolderWatch::State::Run()
@@ -105,15 +160,15 @@ FolderWatch::~FolderWatch()
     state_->thread.detach(); // it holds the state and ends by itself
 }
 
-bool FolderWatch::Watch(const std::string &folder)
+bool FolderWatch::Watch(const std::string &folder, int depth)
 {
-  const int number = ::inotify_add_watch(
-    state_->events, folder.c_str(), IN_CLOSE_WRITE | IN_CREATE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE | IN_ONLYDIR);
-  if (number < 0)
+  if (state_->events < 0 || folder.empty())
     return false;
   {
     const WriteLock guard(state_->lock);
-    state_->folders[number] = folder;
+    state_->roots[folder] = {depth, false};
+    std::set<std::string> appeared;
+    state_->Arm(appeared);
   }
   if (!state_->thread.joinable())
     state_->thread = std::thread([state = state_] { state->Run(); });

@@ -9,7 +9,7 @@ FolderWatch::FolderWatch(Listener) {}
 
 FolderWatch::~FolderWatch() = default;
 
-bool FolderWatch::Watch(const std::string &)
+bool FolderWatch::Watch(const std::string &, int)
 {
   return false; // folders are not watched here yet
 }
