@@ -31,6 +31,7 @@ struct Failure : std::runtime_error
 /// leaves the exit code behind.
 void AddConvert(CLI::App &app, Output &output, ExitCode &exitCode);
 void AddInfo(CLI::App &app, Output &output, ExitCode &exitCode);
+void AddProfile(CLI::App &app, Output &output, ExitCode &exitCode);
 void AddReport(CLI::App &app, Output &output, ExitCode &exitCode);
 
 } // namespace cli

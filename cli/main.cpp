@@ -39,6 +39,7 @@ int RunTool(int argc, char **argv)
              "4 something missing.");
   cli::AddConvert(app, output, exitCode);
   cli::AddInfo(app, output, exitCode);
+  cli::AddProfile(app, output, exitCode);
   cli::AddReport(app, output, exitCode);
 
   try {

@@ -124,10 +124,35 @@ std::string Harmless(std::string_view bytes)
   while (!utf8.empty()) {
     const std::string_view before = utf8;
     const char32_t c = NextCharacter(utf8);
-    const bool control = c < 0x20 || (c >= 0x7F && c < 0xA0);
+    const bool control = c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0xFFFE || c == 0xFFFF;
     text += control ? std::string_view("\uFFFD") : before.substr(0, before.size() - utf8.size());
   }
   return text;
+}
+
+std::string Escaped(std::string_view bytes)
+{
+  std::string escaped;
+  for (const char c : Harmless(bytes)) {
+    switch (c) {
+    case '&':
+      escaped += "&amp;";
+      break;
+    case '<':
+      escaped += "&lt;";
+      break;
+    case '>':
+      escaped += "&gt;";
+      break;
+    case '"':
+      escaped += "&quot;";
+      break;
+    default:
+      escaped += c;
+      break;
+    }
+  }
+  return escaped;
 }
 
 } // namespace cli

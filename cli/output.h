@@ -49,7 +49,10 @@ std::string OneDecimal(double number);
 std::size_t TextColumns(std::string_view utf8);
 /// The text cut off or filled up with blanks to a number of columns.
 std::string Fitted(std::string_view utf8, std::size_t columns);
-/// Text from outside without what would steer a terminal: control characters and bad UTF-8 become U+FFFD.
+/// Text from outside without what would steer a terminal or break a page: control characters, bad UTF-8 and what is no
+/// character become U+FFFD.
 std::string Harmless(std::string_view bytes);
+/// The same between the tags and in the attributes of HTML and XML.
+std::string Escaped(std::string_view bytes);
 
 } // namespace cli

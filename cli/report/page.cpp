@@ -10,31 +10,6 @@ namespace cli {
 
 namespace {
 
-std::string Escaped(std::string_view text)
-{
-  std::string escaped;
-  for (const char c : Harmless(text)) {
-    switch (c) {
-    case '&':
-      escaped += "&amp;";
-      break;
-    case '<':
-      escaped += "&lt;";
-      break;
-    case '>':
-      escaped += "&gt;";
-      break;
-    case '"':
-      escaped += "&quot;";
-      break;
-    default:
-      escaped += c;
-      break;
-    }
-  }
-  return escaped;
-}
-
 constexpr std::string_view kStyle = R"(
 :root { --ink: #1d1d1f; --soft: #6b6b70; --line: #d9d9dc; --ground: #f1f1f2; --card: #fff;
   --prints: #2e6b3e; --edge: #8a5a00; --beyond: #a3241c; --own-ink: #3f5f8a; --unknown: #55555a; }
