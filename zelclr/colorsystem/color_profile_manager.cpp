@@ -83,8 +83,7 @@ bool IsLegacyName(const std::wstring &name)
 
 } // namespace
 
-// --- Life
-// -------------------------------------------------------------------------------------------------------------
+// --- Life -----------------------------------------------------------------------------------------------------------
 
 ColorProfileManager::ColorProfileManager()
 {
@@ -119,8 +118,7 @@ void ColorProfileManager::LoadColorManagementModules()
     ColorManagementSystem::Get(module);
 }
 
-// --- The collection
-// ---------------------------------------------------------------------------------------------------
+// --- The collection -------------------------------------------------------------------------------------------------
 
 ColorProfileManager::Implementation ColorProfileManager::ProfileAtNoLock(const std::wstring &path)
 {
@@ -226,8 +224,7 @@ std::vector<ColorProfileManager::Implementation> ColorProfileManager::Collected(
   return collected;
 }
 
-// --- Finding
-// ----------------------------------------------------------------------------------------------------------
+// --- Finding --------------------------------------------------------------------------------------------------------
 
 ColorProfileManager::Implementation ColorProfileManager::FindInCollectionNoLock(const std::wstring &name) const
 {
@@ -342,8 +339,7 @@ std::vector<std::wstring> ColorProfileManager::EnumerateProfilesOnDisk(const std
   return names;
 }
 
-// --- Adding
-// -----------------------------------------------------------------------------------------------------------
+// --- Adding ---------------------------------------------------------------------------------------------------------
 
 ColorProfileManager::Profile ColorProfileManager::AddInUserFolder(const std::vector<std::uint8_t> &bytes,
                                                                   const std::wstring &name)
@@ -425,8 +421,7 @@ void ColorProfileManager::DeleteUnusedTransientProfiles()
   }
 }
 
-// --- Legacy names
-// -----------------------------------------------------------------------------------------------------
+// --- Legacy names ---------------------------------------------------------------------------------------------------
 
 std::wstring ColorProfileManager::GenerateNewProfileNameForLegacyProfile(ColorProfile &profile)
 {
@@ -464,8 +459,7 @@ bool ColorProfileManager::FixLegacyProfileDisplayName(Profile &profile)
   return true;
 }
 
-// --- Watching
-// ---------------------------------------------------------------------------------------------------------
+// --- Watching -------------------------------------------------------------------------------------------------------
 
 void ColorProfileManager::OnFolderChanged(const std::string &folder)
 {
@@ -504,8 +498,7 @@ void ColorProfileManager::StopTrackingProfileNameChanges()
     watch->Stop();
 }
 
-// --- Folders and the default RGB profiles
-// -----------------------------------------------------------------------------
+// --- Folders and the default RGB profiles ---------------------------------------------------------------------------
 
 namespace {
 
