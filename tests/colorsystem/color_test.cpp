@@ -186,6 +186,20 @@ TEST_F(Colors, LiveInTheSpacesOfTheirFamily)
   }
 }
 
+TEST(ColorsWithoutProfiles, AreZeroInLab)
+{
+  const tests::TemporaryFolder empty;
+  ZelUtl::Folders folders;
+  folders.data = empty.Path();
+  ColorProfileManager::Shutdown();
+  ZelUtl::SetFolders(folders);
+  const LabColor color = RegistrationColor(1).ConvertToLabColor();
+  EXPECT_EQ(color.GetColorProfile(), nullptr);
+  EXPECT_EQ(color.GetL() + color.GetA() + color.GetB(), 0.0);
+  ColorProfileManager::Shutdown();
+  ZelUtl::ResetFolders();
+}
+
 TEST_F(Colors, OfOneModelAreBuiltByName)
 {
   const auto cmy = ProfileOf("cmy.icc", tests::NamedProfile("A name", "CMY "));

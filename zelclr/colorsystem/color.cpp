@@ -1,5 +1,6 @@
 #include "zelclr/colorsystem/color.h"
 
+#include "zelclr/colorsystem/color_profile_manager.h"
 #include "zelclr/colorsystem/color_system_error.h"
 #include "zelclr/colorsystem/engines/color_management_system.h"
 #include "zelclr/colorsystem/internal/color_family.h"
@@ -59,7 +60,9 @@ Color::Color(const Color &other) : Shared<ColorChannelArray>(), space_(other.spa
   GetDataRef() = other.GetDataRef();
 }
 
-Color::Color(ColorModel model, const ColorSpace &space) : space_(Fitting(model, space))
+Color::Color(ColorModel model, const ColorSpace &space) : Color(AnySpace(), Fitting(model, space)) {}
+
+Color::Color(AnySpace, const ColorSpace &space) : space_(space)
 {
   GetDataRef().Init(space_.GetChannelCount(), 0.0);
 }
@@ -183,7 +186,9 @@ std::shared_ptr<Color> Color::ConvertToColorSpace(const ColorSpace &space, Rende
   return converted;
 }
 
-LabColor::LabColor() : Color(ColorModel::Lab, ColorSpace(kLabProfile)) {}
+LabColor::LabColor()
+  : Color(AnySpace(), ColorSpace(ColorModel::Lab, ColorProfileManager::GetInstance().GetColorProfile(kLabProfile)))
+{}
 
 LabColor::LabColor(double l, double a, double b) : LabColor()
 {

@@ -59,7 +59,7 @@ public:
   /// brought to the scale of L*, where one would expect the textbook; stored thresholds depend on it. The textbook is
   /// ZelClr::Formulas::Ciede2000.
   double GetDistance(const Color &other) const;
-  /// All channels 0 when the conversion fails; throws as LabColor does where "CIE Lab.icc" is not installed.
+  /// All channels 0 when the conversion fails.
   LabColor ConvertToLabColor() const;
   /// The colour in another space through the engine in force; null when there is no way there.
   std::shared_ptr<Color> ConvertToColorProfile(const ColorProfile &profile, RenderingIntent intent) const;
@@ -85,6 +85,10 @@ protected:
   Color(ColorModel model, const ColorSpace &space);
   /// An empty name stands for no profile.
   Color(ColorModel model, const std::wstring &profileName);
+  struct AnySpace
+  {};
+  /// Without a look at whether the space takes colours.
+  Color(AnySpace, const ColorSpace &space);
   void SetChannels(std::initializer_list<double> values);
 
 private:

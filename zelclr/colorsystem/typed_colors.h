@@ -45,7 +45,8 @@ public:
   ZELCLR_CHANNEL(Black, 3)
 };
 
-/// In the space of "CIE Lab.icc": L*/100, (a* + 128)/255, (b* + 128)/255.
+/// In the space of "CIE Lab.icc", without a profile where that is not installed: L*/100, (a* + 128)/255,
+/// (b* + 128)/255.
 class ZELCLR_API LabColor : public Color
 {
 public:
