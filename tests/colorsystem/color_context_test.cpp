@@ -1,6 +1,7 @@
 // Colour contexts: the profile for each model, and the blending model.
 #include "tests/colorsystem/support/profile_folders.h"
 #include "zelclr/colorsystem/color_context.h"
+#include "zelclr/settings/color_settings_manager.h"
 
 #include <map>
 #include <random>
@@ -25,8 +26,8 @@ TEST_F(ColorContexts, BringBuiltInProfilesForThreeModels)
   for (const ColorModel model : {Rgb, Cmyk, Grayscale, Cmy, Hls, Hsv, Spot, Indexed, Registration})
     EXPECT_EQ(empty.GetColorProfile(model), nullptr) << NameOfColorModel(model);
   EXPECT_EQ(empty.GetBlendingColorProfile(), nullptr);
-  EXPECT_EQ(empty.GetBlendingColorModel(), ColorContext::kDefaultBlendingColorModel);
-  EXPECT_EQ(empty.GetRenderingIntent(), ColorContext::kDefaultRenderingIntent);
+  EXPECT_EQ(empty.GetBlendingColorModel(), ColorSettingsManager::GetApplicationBlendingColorModel());
+  EXPECT_EQ(empty.GetRenderingIntent(), ColorSettingsManager::GetApplicationRenderingIntent());
 
   ColorContext context;
   const Profile own = ProfileOf("own.icc", tests::NamedProfile("Own", "Lab "));

@@ -153,10 +153,11 @@ TEST_F(ColorRecords, TakeTheProfileOfTheContextElseOfTheApplication)
   EXPECT_EQ(profileOf(C::MakeHSB(1, 2, 3), onlyLight), srgb) << "by its family";
   EXPECT_EQ(profileOf(C::MakeCMY(1, 2, 3), onlyInks), swop) << "by its family";
   EXPECT_EQ(profileOf(C::MakeHEX(1, 2, 3, 4, 5, 6), empty), six);
-  EXPECT_EQ(profileOf(C::MakeRGB(1, 2, 3), empty), Shipped(L"sRGB_IEC61966-2-1_no_black_scaling.icc"));
-  EXPECT_EQ(profileOf(C::MakeGRAY(1), empty), Shipped(L"Dot Gain 20%.icc"));
-  ColorProfileManager::SetZelanColorDir(folder.Wide("nowhere"));
-  EXPECT_EQ(profileOf(C::MakeGRAY(1), empty), nullptr);
+  const ColorContext application = ColorContext::GetApplicationDefaultColorContext();
+  EXPECT_EQ(profileOf(C::MakeRGB(1, 2, 3), empty), application.GetRgbColorProfile());
+  EXPECT_EQ(profileOf(C::MakeCMYK(1, 2, 3, 4), onlyLight), application.GetCmykColorProfile());
+  EXPECT_EQ(profileOf(C::MakeGRAY(1), onlyInks), application.GetGrayscaleColorProfile());
+  EXPECT_NE(application.GetGrayscaleColorProfile(), nullptr);
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include "zelclr/colorsystem/color_profile_manager.h"
 
+#include <algorithm>
+
 namespace ColorSystem {
 
 using ZelUtl::ReadLock;
@@ -16,8 +18,6 @@ constexpr std::pair<ColorModel, const wchar_t *> kBuiltInProfiles[] = {
 };
 
 } // namespace
-
-ColorContext::ColorContext() = default;
 
 ColorContext::ColorContext(const ColorProfile &profile, RenderingIntent intent) : intent_(intent)
 {
@@ -62,6 +62,25 @@ ColorContext &ColorContext::operator=(const ColorContext &other)
   blendingModel_ = blendingModel;
   intent_ = intent;
   return *this;
+}
+
+bool ColorContext::operator==(const ColorContext &other) const
+{
+  const auto profiles = GetColorProfiles();
+  const auto others = other.GetColorProfiles();
+  return GetBlendingColorModel() == other.GetBlendingColorModel() &&
+         GetRenderingIntent() == other.GetRenderingIntent() &&
+         std::equal(profiles.begin(), profiles.end(), others.begin(), others.end(),
+                    [](const auto &a, const auto &b) { return *a == *b; });
+}
+
+std::vector<std::shared_ptr<ColorProfile>> ColorContext::GetColorProfiles() const
+{
+  const ReadLock guard(lock_);
+  std::vector<std::shared_ptr<ColorProfile>> profiles;
+  for (const auto &[model, profile] : profiles_)
+    profiles.push_back(profile);
+  return profiles;
 }
 
 std::shared_ptr<ColorProfile> ColorContext::GetColorProfileNoLock(const ColorModel &model) const

@@ -10,17 +10,14 @@
 
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace ColorSystem {
 
 class ZELCLR_API ColorContext
 {
 public:
-  /// What a context without settings mixes and renders with: Rgb, RelativeColorimetric.
-  static constexpr ColorModel kDefaultBlendingColorModel = ColorModel::Rgb;
-  static constexpr RenderingIntent kDefaultRenderingIntent = RenderingIntent::RelativeColorimetric;
-
-  /// No profiles and the two defaults.
+  /// No profiles, and the application's model and intent: defined in settings/application_settings.cpp.
   ColorContext();
   /// The one profile, whose model is also the blending model.
   ColorContext(const ColorProfile &profile, RenderingIntent intent);
@@ -31,6 +28,11 @@ public:
   virtual ~ColorContext();
   ColorContext &operator=(const ColorContext &other);
 
+  /// The same profiles, blending model and intent.
+  bool operator==(const ColorContext &other) const;
+
+  /// Those that it holds itself, in the order of their models.
+  std::vector<std::shared_ptr<ColorProfile>> GetColorProfiles() const;
   /// The profile for the model, else a built-in one, "CIE Lab.icc" for Lab, "Hexachrome.icc" for Hexachrome,
   /// "D65_XYZ.icc" for Xyz; null for other models, and where the built-in profile is not installed.
   std::shared_ptr<ColorProfile> GetColorProfile(const ColorModel &model) const;
@@ -70,8 +72,8 @@ private:
 
   ZelUtl::ThreadLock lock_;
   std::map<ColorModel, std::shared_ptr<ColorProfile>> profiles_ ZELCLR_GUARDED_BY(lock_);
-  ColorModel blendingModel_ ZELCLR_GUARDED_BY(lock_) = kDefaultBlendingColorModel;
-  RenderingIntent intent_ ZELCLR_GUARDED_BY(lock_) = kDefaultRenderingIntent;
+  ColorModel blendingModel_ ZELCLR_GUARDED_BY(lock_) = ColorModel::Rgb;
+  RenderingIntent intent_ ZELCLR_GUARDED_BY(lock_) = RenderingIntent::RelativeColorimetric;
 };
 
 } // namespace ColorSystem

@@ -1,5 +1,7 @@
 #include "zelclr/platform/application.h"
 
+#include "zelclr/platform/folders.h"
+
 #include <atomic>
 
 namespace ZelUtl {
@@ -26,6 +28,29 @@ unsigned GetOpenDocumentCount()
 {
   const ApplicationHost *const host = current_host.load();
   return host == nullptr ? 0 : host->GetOpenDocumentCount();
+}
+
+std::wstring GetApplicationName()
+{
+  const ApplicationHost *const host = current_host.load();
+  const std::wstring name = host == nullptr ? std::wstring() : host->GetApplicationName();
+  return name.empty() ? L"ZelClr" : name;
+}
+
+bool IsConfigurationInitialized()
+{
+  const ApplicationHost *const host = current_host.load();
+  return (host == nullptr || host->IsConfigurationInitialized()) && !GetUserFolder().empty();
+}
+
+ColorSystem::ViewProofSettings *GetViewProofSettings(Document *document)
+{
+  const ApplicationHost *const host = current_host.load();
+  if (host == nullptr)
+    return nullptr;
+  if (document == nullptr)
+    document = host->GetActiveDocument();
+  return document == nullptr ? nullptr : host->GetViewProofSettings(*document);
 }
 
 void ReportCloseDocument()

@@ -1,13 +1,23 @@
-// The application that the library works for, as far as it must know it: which documents are open, and what happens.
+// The application that the library works for, as far as it must know it: its name, which documents are open and how
+// their views proof, and what happens.
 //
-// Threads: plain functions, safe from any thread; listeners run on the thread that reports the event.
+// Threads: plain functions, safe from any thread, which call the host on the caller's; listeners run on the thread that
+// reports the event.
 // Errors: none. Without a host no document is open.
 #pragma once
 
 #include "zelclr/platform/event.h"
 #include "zelclr/platform/export.h"
 
+#include <string>
+
+namespace ColorSystem {
+class ViewProofSettings;
+}
+
 namespace ZelUtl {
+
+class Document; // the host's own; the library hands it back and never looks inside
 
 /// What the host application answers. Derive from it and set it once; it must outlive its use.
 class ApplicationHost
@@ -15,12 +25,27 @@ class ApplicationHost
 public:
   virtual ~ApplicationHost() = default;
   virtual unsigned GetOpenDocumentCount() const = 0;
+  /// What settings files call it; the same for ever.
+  virtual std::wstring GetApplicationName() const { return L"ZelClr"; }
+  /// Whether it has set the folders and its name; false while it starts.
+  virtual bool IsConfigurationInitialized() const { return true; }
+  /// Null when none is active.
+  virtual Document *GetActiveDocument() const { return nullptr; }
+  /// Those of the document's active view, owned by it; null when it has none.
+  virtual ColorSystem::ViewProofSettings *GetViewProofSettings(Document &) const { return nullptr; }
 };
 
 /// Null takes the host away.
 ZELCLR_API void SetApplicationHost(ApplicationHost *host);
 /// 0 without a host.
 ZELCLR_API unsigned GetOpenDocumentCount();
+
+/// "ZelClr" without a host, and with one that has no name.
+ZELCLR_API std::wstring GetApplicationName();
+/// Whether a user's folder is known and the host, if any, says so.
+ZELCLR_API bool IsConfigurationInitialized();
+/// Those of this document, else of the active one; null when there is none.
+ZELCLR_API ColorSystem::ViewProofSettings *GetViewProofSettings(Document *document = nullptr);
 
 /// "CloseDocument": the host reports it while the closing document still counts as open.
 ZELCLR_API void ReportCloseDocument();

@@ -49,6 +49,11 @@ std::size_t StartOfFileName(std::string_view path)
   return start;
 }
 
+std::string FolderBelow(const std::string &folder, const char *name)
+{
+  return folder.empty() ? "" : JoinPath(folder, name);
+}
+
 } // namespace
 
 Folders GetFolders()
@@ -71,6 +76,31 @@ void ResetFolders()
 {
   const WriteLock guard(Host().lock);
   Host().folders.reset();
+}
+
+std::string GetUserFolder()
+{
+  {
+    const ReadLock guard(Host().lock);
+    if (Host().folders)
+      return Host().folders->user;
+  }
+  return CustomaryUserFolder();
+}
+
+std::string GetUserProfileColorDir()
+{
+  return FolderBelow(GetUserFolder(), "color");
+}
+
+std::string INIGetColorDir()
+{
+  return FolderBelow(GetFolders().data, "color");
+}
+
+std::string INIGetConfigDir()
+{
+  return FolderBelow(GetFolders().data, "config");
 }
 
 std::string JoinPath(std::string_view folder, std::string_view name)

@@ -28,6 +28,15 @@ ZELCLR_API Folders GetFolders();
 ZELCLR_API void SetFolders(const Folders &folders);
 /// Back to the customary ones.
 ZELCLR_API void ResetFolders();
+/// `user` of GetFolders, found without the others.
+ZELCLR_API std::string GetUserFolder();
+
+/// "color" in the user's folder: the user's settings and profiles. Empty without such a folder; it need not be there.
+ZELCLR_API std::string GetUserProfileColorDir();
+/// "color" in the installation's folder: what ships. Empty without such a folder.
+ZELCLR_API std::string INIGetColorDir();
+/// "config" in the installation's folder. Empty without such a folder.
+ZELCLR_API std::string INIGetConfigDir();
 
 /// "folder/name", without a second slash.
 ZELCLR_API std::string JoinPath(std::string_view folder, std::string_view name);
@@ -53,5 +62,6 @@ bool DeleteFileAt(const std::string &path);
 
 // In posix/ and windows/.
 Folders CustomaryFolders();
+std::string CustomaryUserFolder();
 
 } // namespace ZelUtl

@@ -1,5 +1,7 @@
 #include "zelclr/platform/files.h"
 
+#include "zelclr/platform/file_faults.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -80,32 +82,66 @@ std::string FolderOf(const std::string &path)
   return slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
 }
 
-/// Where the links at the end of a path lead, also when nothing stands there yet.
-std::string Followed(std::string path)
+/// Where the links at the end of a path lead, also when nothing stands there yet; nowhere when they form a ring.
+std::optional<std::string> Followed(std::string path)
 {
   constexpr int kMostLinks = 40; // as the kernel
   for (int i = 0; i < kMostLinks; ++i) {
     std::array<char, 4096> target;
     const auto length = ::readlink(path.c_str(), target.data(), target.size());
     if (length <= 0)
-      break;
+      return path;
     const std::string link(target.data(), static_cast<std::size_t>(length));
     path = link.front() == '/' ? link : FolderOf(path) + "/" + link;
   }
-  return path;
+  errno = ELOOP;
+  return std::nullopt;
 }
 
-/// Makes a file in the folder under a name that nobody has, with the permissions that new files get; -1 on failure.
-int MakeFileAside(const std::string &folder, std::string &name)
+/// Whether a step may be taken; errno says why not.
+bool MayTake(FileStep step)
+{
+  const int fault = FaultOfFileStep(step);
+  if (fault != 0)
+    errno = fault;
+  return fault == 0;
+}
+
+/// Makes a file in the folder under a name that nobody has, with these permissions less those that new files do not
+/// get; -1 on failure.
+int MakeFileAside(const std::string &folder, mode_t permissions, std::string &name)
 {
   static std::atomic<unsigned> count{0};
+  if (!MayTake(FileStep::Make))
+    return -1;
   for (int attempt = 0; attempt < 100; ++attempt) {
     name = folder + "/.zelclr-" + std::to_string(::getpid()) + "-" + std::to_string(count++);
-    const int file = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    const int file = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions);
     if (file >= 0 || errno != EEXIST)
       return file;
   }
   return -1;
+}
+
+/// Gives a new file the owner of the old one, where that is allowed, and its permissions.
+bool TakeOver(int file, const struct stat &old)
+{
+  struct stat mine = {};
+  if (::fstat(file, &mine) != 0)
+    return false;
+  if (mine.st_uid != old.st_uid || mine.st_gid != old.st_gid) [[maybe_unused]]
+    const int allowed = ::fchown(file, old.st_uid, old.st_gid);
+  return ::fchmod(file, old.st_mode & 07777) == 0;
+}
+
+/// Makes the names in a folder survive a loss of power. Folders that may not be read, and file systems that cannot do
+/// it, are as safe as they get.
+bool FlushFolder(const std::string &path)
+{
+  const Descriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!folder.IsOpen())
+    return errno == EACCES;
+  return ::fsync(folder.Number()) == 0 || errno == EINVAL || errno == ENOTSUP || errno == EROFS;
 }
 
 } // namespace
@@ -140,34 +176,36 @@ bool IsSameFile(const std::string &a, const std::string &b)
 
 bool ReplaceFile(const std::string &path, std::string_view bytes, std::string &reason)
 {
-  const std::string target = Followed(path);
-  struct stat old = {};
-  const bool exists = ::stat(target.c_str(), &old) == 0;
-  const auto failed = [&] {
+  const auto failed = [&reason] {
     reason = ErrorText(errno);
     return false;
   };
+  const std::optional<std::string> followed = Followed(path);
+  if (!followed)
+    return failed();
+  const std::string &target = *followed;
+  struct stat old = {};
+  const bool exists = ::stat(target.c_str(), &old) == 0;
   if (exists && !S_ISREG(old.st_mode)) {
     Descriptor device(::open(target.c_str(), O_WRONLY | O_CLOEXEC));
     return device.IsOpen() && WriteAll(device.Number(), bytes) && device.Close() ? true : failed();
   }
 
   std::string aside;
-  Descriptor file(MakeFileAside(FolderOf(target), aside));
+  // Nobody else sees bytes that he could not see in the old file.
+  Descriptor file(MakeFileAside(FolderOf(target), exists ? 0600 : 0666, aside));
   if (!file.IsOpen())
     return failed();
-  const bool written = WriteAll(file.Number(), bytes) &&
-                       (!exists || ::fchmod(file.Number(), old.st_mode & 07777) == 0) && ::fsync(file.Number()) == 0 &&
-                       file.Close() && ::rename(aside.c_str(), target.c_str()) == 0;
-  if (!written) {
+  const bool replaced = MayTake(FileStep::Write) && WriteAll(file.Number(), bytes) &&
+                        (!exists || TakeOver(file.Number(), old)) && MayTake(FileStep::Flush) &&
+                        ::fsync(file.Number()) == 0 && file.Close() && MayTake(FileStep::Rename) &&
+                        ::rename(aside.c_str(), target.c_str()) == 0;
+  if (!replaced) {
     failed();
     ::unlink(aside.c_str());
     return false;
   }
-  const Descriptor folder(::open(FolderOf(target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (folder.IsOpen())
-    ::fsync(folder.Number()); // the new name survives a crash, too; some file systems refuse, and the file is whole
-  return true;
+  return MayTake(FileStep::FlushFolder) && FlushFolder(FolderOf(target)) ? true : failed();
 }
 
 } // namespace ZelUtl

@@ -35,24 +35,38 @@ std::string DataFolder()
   return {};
 }
 
+std::string AtHome(const char *path)
+{
+  const std::string home = Environment("HOME");
+  return home.empty() ? "" : JoinPath(home, path);
+}
+
+std::string UserData()
+{
+  const std::string folder = Environment("XDG_DATA_HOME");
+  return folder.empty() ? AtHome(".local/share") : folder;
+}
+
 } // namespace
+
+std::string CustomaryUserFolder()
+{
+  const std::string userData = UserData();
+  return userData.empty() ? "" : JoinPath(userData, "zelclr");
+}
 
 Folders CustomaryFolders()
 {
-  const std::string home = Environment("HOME");
-  const auto atHome = [&home](const char *path) { return home.empty() ? "" : JoinPath(home, path); };
-  std::string userData = Environment("XDG_DATA_HOME");
-  if (userData.empty())
-    userData = atHome(".local/share");
+  const std::string userData = UserData();
 
   Folders folders;
   folders.data = DataFolder();
-  folders.user = userData.empty() ? "" : JoinPath(userData, "zelclr");
+  folders.user = CustomaryUserFolder();
   folders.temporary = Environment("TMPDIR");
   if (!IsFolder(folders.temporary))
     folders.temporary = "/tmp";
   const std::string system[] = {userData.empty() ? "" : JoinPath(userData, "icc"),
-                                atHome(".color/icc"),
+                                AtHome(".color/icc"),
                                 "/usr/local/share/color/icc",
                                 "/usr/share/color/icc",
                                 "/var/lib/colord/icc",

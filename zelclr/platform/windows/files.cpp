@@ -1,5 +1,6 @@
 #include "zelclr/platform/files.h"
 
+#include "zelclr/platform/file_faults.h"
 #include "zelclr/platform/text.h"
 
 // It makes a macro of a name of ours.
@@ -94,6 +95,29 @@ std::wstring NameAside(const std::wstring &target, unsigned attempt)
          std::to_wstring(attempt);
 }
 
+/// Where the links at the end of a path lead; the path itself when nothing stands there.
+std::wstring Followed(const std::wstring &path)
+{
+  constexpr DWORD kMostCharacters = 32768;
+  const File file(::CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file.IsOpen() || ::GetFileType(file.Handle()) != FILE_TYPE_DISK)
+    return path;
+  std::wstring target(kMostCharacters, L'\0');
+  const DWORD length = ::GetFinalPathNameByHandleW(file.Handle(), target.data(), kMostCharacters, FILE_NAME_NORMALIZED);
+  target.resize(length < kMostCharacters ? length : 0);
+  return target.empty() ? path : target;
+}
+
+/// Whether a step may be taken; the system's last error says why not.
+bool MayTake(FileStep step)
+{
+  const int fault = FaultOfFileStep(step);
+  if (fault != 0)
+    ::SetLastError(static_cast<DWORD>(fault));
+  return fault == 0;
+}
+
 } // namespace
 
 std::optional<std::string> ReadFile(const std::string &path, std::size_t most, std::string &reason)
@@ -128,7 +152,13 @@ bool IsSameFile(const std::string &a, const std::string &b)
 
 bool ReplaceFile(const std::string &path, std::string_view bytes, std::string &reason)
 {
-  const std::wstring target = WideFromUtf8(path);
+  const std::wstring target = Followed(WideFromUtf8(path));
+  const auto failed = [&reason] {
+    reason = ErrorText(::GetLastError());
+    return false;
+  };
+  if (!MayTake(FileStep::Make))
+    return failed();
   std::wstring aside;
   HANDLE handle = INVALID_HANDLE_VALUE;
   for (unsigned attempt = 0; attempt < 100 && handle == INVALID_HANDLE_VALUE; ++attempt) {
@@ -137,19 +167,21 @@ bool ReplaceFile(const std::string &path, std::string_view bytes, std::string &r
     if (handle == INVALID_HANDLE_VALUE && ::GetLastError() != ERROR_FILE_EXISTS)
       break;
   }
-  if (handle == INVALID_HANDLE_VALUE) {
-    reason = ErrorText(::GetLastError());
-    return false;
-  }
+  if (handle == INVALID_HANDLE_VALUE)
+    return failed();
   File file(handle);
-  const bool written = WriteAll(file.Handle(), bytes) && ::FlushFileBuffers(file.Handle()) && file.Close() &&
-                       ::MoveFileExW(aside.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
-  if (!written) {
-    reason = ErrorText(::GetLastError());
+  // A new file has the permissions that its folder hands down. The move writes the folder through to the disk.
+  const bool replaced =
+    MayTake(FileStep::Write) && WriteAll(file.Handle(), bytes) && MayTake(FileStep::Flush) &&
+    ::FlushFileBuffers(file.Handle()) && file.Close() && MayTake(FileStep::Rename) &&
+    ::MoveFileExW(aside.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+  if (!replaced) {
+    failed();
     file.Close();
     ::DeleteFileW(aside.c_str());
+    return false;
   }
-  return written;
+  return MayTake(FileStep::FlushFolder) ? true : failed();
 }
 
 } // namespace ZelUtl

@@ -46,11 +46,16 @@ std::string DataFolder()
 
 } // namespace
 
+std::string CustomaryUserFolder()
+{
+  return Below(Environment(L"APPDATA"), "ZelClr");
+}
+
 Folders CustomaryFolders()
 {
   Folders folders;
   folders.data = DataFolder();
-  folders.user = Below(Environment(L"APPDATA"), "ZelClr");
+  folders.user = CustomaryUserFolder();
   folders.programs = Below(Environment(L"CommonProgramFiles"), "");
   std::wstring temporary(32768, L'\0');
   temporary.resize(::GetTempPathW(static_cast<DWORD>(temporary.size()), temporary.data()));

@@ -1,0 +1,237 @@
+// Preferences, the locale and the application's own answers: what settings start from.
+#include "tests/support/temporary_folder.h"
+#include "zelclr/platform/application.h"
+#include "zelclr/platform/file_faults.h"
+#include "zelclr/platform/folders.h"
+#include "zelclr/platform/locale.h"
+#include "zelclr/platform/preferences.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <map>
+#include <thread>
+
+using namespace ZelUtl;
+
+namespace {
+
+class PreferencesTest : public testing::Test
+{
+protected:
+  PreferencesTest()
+  {
+    ::setenv("XDG_RUNTIME_DIR", folder_.Path().c_str(), 1);
+    Folders folders;
+    folders.user = folder_.Path("user");
+    SetFolders(folders);
+  }
+  ~PreferencesTest() override
+  {
+    SetFileFaults({});
+    ResetFolders();
+    ::unsetenv("XDG_RUNTIME_DIR");
+  }
+
+  std::string File() const
+  {
+    const tests::Bytes bytes = tests::ReadBytes(folder_.Path("user/preferences.json"));
+    return {bytes.begin(), bytes.end()};
+  }
+  void Write(const std::string &text) const { folder_.Write("user/preferences.json", {text.begin(), text.end()}); }
+
+  const tests::TemporaryFolder folder_;
+  CAppPrefManager &manager_ = CAppPrefManager::GetInstance();
+  std::string reason_;
+};
+
+TEST_F(PreferencesTest, TypedValuesComeBackAndDefaultsStandInForNonsense)
+{
+  const CPrefObject<bool> flag("Options - Display", "ColorProofing", false);
+  const CPrefObject<int> number("Numbers", "One", 7);
+  const CPrefObject<std::wstring> text("Texts", "\xC3\x84 \"quoted\"", L"none");
+  EXPECT_FALSE(flag.Get());
+  EXPECT_EQ(number.Get(), 7);
+  EXPECT_TRUE(flag.Set(true));
+  EXPECT_TRUE(number.Set(-12));
+  EXPECT_TRUE(text.Set(L"\u4E2D\n\\"));
+  EXPECT_TRUE(flag.Get());
+  EXPECT_EQ(number.Get(), -12);
+  EXPECT_EQ(text.Get(), L"\u4E2D\n\\");
+
+  Write(R"({"Numbers": {"One": 99999999999, "Two": 3.5}, "Options - Display": {"ColorProofing": true}, "Texts": {}})");
+  EXPECT_EQ(number.Get(), 7) << "too large for the type";
+  EXPECT_TRUE(flag.Get()) << "written without quotes";
+  EXPECT_TRUE(flag.Set(false));
+  EXPECT_NE(File().find("3.5"), std::string::npos) << "what we do not know stays";
+  EXPECT_TRUE(manager_.Remove("Numbers", "One", reason_));
+  EXPECT_EQ(File().find("One"), std::string::npos);
+}
+
+TEST_F(PreferencesTest, ProcessesAndThreadsKeepEachOthersKeys)
+{
+  constexpr int kProcesses = 4;
+  constexpr int kThreads = 2;
+  constexpr int kKeys = 10;
+  std::vector<pid_t> children;
+  for (int p = 0; p < kProcesses; ++p) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+      std::vector<std::thread> threads;
+      for (int t = 0; t < kThreads; ++t) {
+        threads.emplace_back([p, t] {
+          for (int key = 0; key < kKeys; ++key) {
+            const CPrefObject<int> value("S" + std::to_string(p), std::to_string(t) + "." + std::to_string(key), -1);
+            if (!value.Set(key) || value.Get() != key)
+              ::_exit(1);
+          }
+        });
+      }
+      for (std::thread &thread : threads)
+        thread.join();
+      ::_exit(0);
+    }
+    children.push_back(child);
+  }
+  for (const pid_t child : children) {
+    int status = -1;
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+  }
+  for (int p = 0; p < kProcesses; ++p) {
+    for (int t = 0; t < kThreads; ++t) {
+      for (int key = 0; key < kKeys; ++key) {
+        const CPrefObject<int> value("S" + std::to_string(p), std::to_string(t) + "." + std::to_string(key), -1);
+        EXPECT_EQ(value.Get(), key) << p << ' ' << t;
+      }
+    }
+  }
+}
+
+TEST_F(PreferencesTest, AFileThatNobodyUnderstandsIsKeptBeside)
+{
+  const CPrefObject<int> number("Damage", "Number", 1);
+  const std::string deep = R"({"a": {"b": )" + std::string(100'000, '[') + std::string(100'000, ']') + "}}";
+  const std::string all[] = {"{\"Damage\": {\"Number\": 5}", "[]", "{\"Damage\": 5}", deep,
+                             "{\"a\": {\"b\": \"\xFF\"}}",   ""};
+  std::size_t kept = 0;
+  for (const std::string &damaged : all) {
+    SCOPED_TRACE(damaged.substr(0, 30));
+    Write(damaged);
+    EXPECT_EQ(number.Get(), 1);
+    EXPECT_TRUE(number.Set(2, reason_)) << reason_;
+    EXPECT_EQ(number.Get(), 2);
+    const std::string name = "user/preferences.json.damaged" + (++kept == 1 ? "" : "-" + std::to_string(kept));
+    const tests::Bytes bytes = tests::ReadBytes(folder_.Path(name));
+    EXPECT_EQ(std::string(bytes.begin(), bytes.end()), damaged);
+    EXPECT_TRUE(std::filesystem::exists(folder_.Path(name)));
+  }
+}
+
+TEST_F(PreferencesTest, WhatCannotBeSavedHoldsInThisProcessAndIsSavedLater)
+{
+  const CPrefObject<int> first("Failing", "First", 0);
+  const CPrefObject<int> second("Failing", "Second", 0);
+  EXPECT_TRUE(first.Set(1));
+  const std::string before = File();
+  SetFileFaults([](FileStep step) { return step == FileStep::Write ? ENOSPC : 0; });
+  EXPECT_FALSE(first.Set(2, reason_));
+  EXPECT_EQ(reason_, "No space left on device");
+  EXPECT_EQ(File(), before);
+  EXPECT_EQ(first.Get(), 2);
+  SetFileFaults({});
+  EXPECT_TRUE(second.Set(3));
+  EXPECT_NE(File().find("\"First\": \"2\""), std::string::npos) << File();
+
+  Folders nowhere;
+  SetFolders(nowhere);
+  EXPECT_FALSE(IsConfigurationInitialized());
+  EXPECT_TRUE(second.Set(4)) << "without a folder there is nothing to fail";
+  EXPECT_EQ(second.Get(), 4);
+}
+
+TEST(Locale, IsReadFromTheEnvironment)
+{
+  struct Row
+  {
+    std::map<std::string, std::string> variables;
+    const char *country, *language;
+  };
+  const Row kRows[] = {
+    {{}, "", "en"},
+    {{{"LANG", "C.UTF-8"}}, "", "en"},
+    {{{"LANG", "pt_BR.UTF-8"}}, "BR", "pt-BR"},
+    {{{"LANG", "en_US.UTF-8"}, {"LC_PAPER", "de_DE.UTF-8"}}, "DE", "en-US"},
+    {{{"LANG", "en_US"}, {"LC_MEASUREMENT", "fr_CH@euro"}}, "CH", "en-US"},
+    {{{"LANG", "en_US"}, {"LC_PAPER", "C"}, {"LC_MESSAGES", "pl"}}, "US", "pl"},
+    {{{"LANG", "en_US"}, {"LC_ALL", "ja_JP.eucJP"}, {"LC_MESSAGES", "de_DE"}}, "JP", "ja-JP"},
+    {{{"LANG", "en_GB"}, {"LANGUAGE", "C::de_AT.UTF-8:fr"}}, "GB", "de-AT"},
+    {{{"LANG", "C"}, {"LANGUAGE", "de"}}, "", "en"},
+    {{{"LANG", "sr_RS.UTF-8@latin"}}, "RS", "sr-Latn-RS"},
+    {{{"LANG", "es_419"}}, "", "es"},
+    {{{"LANG", "../../etc_US"}}, "", "en"},
+    {{{"LANG", "_US"}}, "", "en"},
+  };
+  static const std::map<std::string, std::string> *variables; // what a plain function can see
+  for (const Row &row : kRows) {
+    variables = &row.variables;
+    const ZelLocale::Locale locale = ZelLocale::LocaleFromEnvironment([](const char *name) {
+      const auto found = variables->find(name);
+      return found == variables->end() ? std::string() : found->second;
+    });
+    EXPECT_EQ(locale, (ZelLocale::Locale{row.country, row.language}))
+      << testing::PrintToString(row.variables) << " gave " << locale.country << ", " << locale.language;
+  }
+  ZelLocale::SetLocale({"AT", "de-AT"});
+  EXPECT_EQ(ZelLocale::GetCurrentCountryISOCode(), "AT");
+  EXPECT_EQ(ZelLocale::GetUILanguage(), "de-AT");
+  ZelLocale::ResetLocale();
+}
+
+TEST(ApplicationHost, NamesItselfAndFindsTheProofOfADocument)
+{
+  struct Host : ApplicationHost
+  {
+    unsigned GetOpenDocumentCount() const override { return 2; }
+    std::wstring GetApplicationName() const override { return name; }
+    bool IsConfigurationInitialized() const override { return ready; }
+    Document *GetActiveDocument() const override { return active; }
+    ColorSystem::ViewProofSettings *GetViewProofSettings(Document &document) const override
+    {
+      return reinterpret_cast<ColorSystem::ViewProofSettings *>(&document);
+    }
+    std::wstring name = L"Draw";
+    bool ready = true;
+    Document *active = nullptr;
+  } host;
+  int places[2];
+  const auto document = [&places](int i) { return reinterpret_cast<Document *>(&places[i]); };
+  const tests::TemporaryFolder folder;
+  Folders folders;
+  folders.user = folder.Path();
+  folders.data = "/installed";
+  SetFolders(folders);
+  EXPECT_EQ(GetUserProfileColorDir(), folder.Path("color"));
+  EXPECT_EQ(INIGetColorDir(), "/installed/color");
+  EXPECT_EQ(INIGetConfigDir(), "/installed/config");
+
+  EXPECT_EQ(GetApplicationName(), L"ZelClr");
+  EXPECT_TRUE(IsConfigurationInitialized());
+  EXPECT_EQ(GetViewProofSettings(document(0)), nullptr);
+  SetApplicationHost(&host);
+  EXPECT_EQ(GetApplicationName(), L"Draw");
+  EXPECT_EQ(GetViewProofSettings(), nullptr) << "no document is active";
+  host.active = document(1);
+  EXPECT_EQ(static_cast<void *>(GetViewProofSettings()), &places[1]);
+  EXPECT_EQ(static_cast<void *>(GetViewProofSettings(document(0))), &places[0]);
+  host.ready = false;
+  host.name.clear();
+  EXPECT_FALSE(IsConfigurationInitialized());
+  EXPECT_EQ(GetApplicationName(), L"ZelClr");
+  SetApplicationHost(nullptr);
+  ResetFolders();
+}
+
+} // namespace

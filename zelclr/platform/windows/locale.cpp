@@ -1,0 +1,40 @@
+#include "zelclr/platform/locale.h"
+
+#include "zelclr/platform/text.h"
+
+#include <windows.h>
+
+#include <array>
+#include <vector>
+
+namespace ZelLocale {
+
+namespace {
+
+std::string HomeCountry()
+{
+  std::array<wchar_t, 16> code = {}; // two letters, or the three digits of a part of the world
+  const int length = ::GetUserDefaultGeoName(code.data(), static_cast<int>(code.size()));
+  return length == 3 ? ZelUtl::Utf8FromWide(code.data()) : "";
+}
+
+std::string PreferredLanguage()
+{
+  ULONG count = 0;
+  ULONG length = 0;
+  if (::GetUserPreferredUILanguages(MUI_LANGUAGE_NAME, &count, nullptr, &length) == 0 || length == 0)
+    return "en";
+  std::vector<wchar_t> names(length);
+  if (::GetUserPreferredUILanguages(MUI_LANGUAGE_NAME, &count, names.data(), &length) == 0 || count == 0)
+    return "en";
+  return ZelUtl::Utf8FromWide(names.data()); // up to the first one's end
+}
+
+} // namespace
+
+Locale SystemLocale()
+{
+  return {HomeCountry(), PreferredLanguage()};
+}
+
+} // namespace ZelLocale
