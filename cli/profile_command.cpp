@@ -8,6 +8,7 @@
 #include "cli/profile/profile_list.h"
 #include "zelclr/platform/files.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -23,8 +24,8 @@ constexpr const char *kGamutHelp =
   "tetrahedra, whose corners the engine in force converts to Lab; its volume is what lies in any of them, counted in\n"
   "cells of one L*, one a* and one b*. White is the device's, black what becomes of L* 0.";
 
-const std::map<std::string, RenderingIntent> kIntents = {{"relative", RenderingIntent::RelativeColorimetric},
-                                                         {"absolute", RenderingIntent::AbsoluteColorimetric}};
+const Choices<RenderingIntent> kIntents = {{"relative", RenderingIntent::RelativeColorimetric},
+                                           {"absolute", RenderingIntent::AbsoluteColorimetric}};
 
 struct PictureOptions
 {
@@ -32,16 +33,31 @@ struct PictureOptions
   RenderingIntent intent = RenderingIntent::RelativeColorimetric;
 };
 
+/// An option that takes one of some words, whose value goes to `chosen`.
+template <class Value, class Target>
+void AddChoice(CLI::App *command, const std::string &option, const std::string &help, const char *type,
+               const Choices<Value> &choices, Target &chosen)
+{
+  std::string words;
+  for (const auto &choice : choices)
+    words += (words.empty() ? "" : ", ") + choice.first;
+  const auto choose = [option, words, choices, &chosen](const std::string &word) {
+    const auto choice = std::find_if(choices.begin(), choices.end(),
+                                     [&word](const auto &row) { return row.first == CLI::detail::to_lower(word); });
+    if (choice == choices.end())
+      throw CLI::ValidationError(option, "there is no \"" + word + "\", only " + words);
+    chosen = choice->second;
+  };
+  command->add_option_function<std::string>(option, choose, help + ": " + words)->type_name(type);
+}
+
 void AddPictureOptions(CLI::App *command, PictureOptions &options)
 {
   command->add_option("--svg", options.svg, "Draw the gamut on an A4 page; - prints it")
     ->check([](const std::string &path) { return path.empty() ? "the name of the picture is empty" : ""; })
     ->type_name("FILE");
-  command
-    ->add_option("--intent", options.intent,
-                 "Of the gamut that is drawn or compared: relative (to the white), absolute")
-    ->transform(CLI::CheckedTransformer(kIntents).description(""))
-    ->type_name("INTENT");
+  AddChoice(command, "--intent", "Of the gamut that is drawn or compared, to its white or to the perfect one", "INTENT",
+            kIntents, options.intent);
   command->footer(kGamutHelp);
 }
 
@@ -89,6 +105,20 @@ std::string NoPictureOf(const ProfileFacts &facts)
   return facts.HasGamut() ? "" : facts.file.name + " has no gamut: " + facts.noGamut;
 }
 
+/// Says what is damaged, which is a finding where nothing is worse.
+ExitCode WithDamage(ExitCode code, std::initializer_list<const ProfileFacts *> profiles)
+{
+  std::fflush(stdout);
+  for (const ProfileFacts *facts : profiles) {
+    if (!facts->IsDamaged())
+      continue;
+    std::fprintf(stderr, "zelclr: %s is damaged: %s\n", Harmless(facts->file.path).c_str(), facts->Damage().c_str());
+    if (code == ExitCode::Fine)
+      code = ExitCode::Findings;
+  }
+  return code;
+}
+
 ExitCode Info(const std::string &name, const PictureOptions &options, const Output &output)
 {
   ProfileFile file = OpenProfile(name);
@@ -96,7 +126,7 @@ ExitCode Info(const std::string &name, const PictureOptions &options, const Outp
   const ProfileFacts facts = FactsOf(std::move(file));
   const ExitCode code = Present(facts, NoPictureOf(facts), "zelclr.profile.info", options, output,
                                 [&] { return PictureOf(facts, options.intent); });
-  return code == ExitCode::Fine && facts.IsDamaged() ? ExitCode::Findings : code;
+  return WithDamage(code, {&facts});
 }
 
 ExitCode Compare(const std::string &nameOfA, const std::string &nameOfB, const PictureOptions &options,
@@ -107,8 +137,9 @@ ExitCode Compare(const std::string &nameOfA, const std::string &nameOfB, const P
   CheckPicture(options, {&a, &b}, output);
   const Comparison comparison = {FactsOf(std::move(a)), FactsOf(std::move(b)), options.intent};
   const std::string noPicture = comparison.a.HasGamut() ? NoPictureOf(comparison.b) : NoPictureOf(comparison.a);
-  return Present(comparison, noPicture, "zelclr.profile.compare", options, output,
-                 [&] { return PictureOf(comparison); });
+  const ExitCode code =
+    Present(comparison, noPicture, "zelclr.profile.compare", options, output, [&] { return PictureOf(comparison); });
+  return WithDamage(code, {&comparison.a, &comparison.b});
 }
 
 } // namespace
@@ -120,12 +151,8 @@ void AddProfile(CLI::App &app, Output &output, ExitCode &exitCode)
 
   auto filter = std::make_shared<ProfileFilter>();
   CLI::App *command = profile->add_subcommand("list", "The installed profiles");
-  command->add_option("--model", filter->model, "Only those of one model: " + OptionsOfModels())
-    ->transform(CLI::CheckedTransformer(ModelsByOption(), CLI::ignore_case).description(""))
-    ->type_name("MODEL");
-  command->add_option("--class", filter->deviceClass, "Only those of one class: " + OptionsOfClasses())
-    ->transform(CLI::CheckedTransformer(ClassesByOption(), CLI::ignore_case).description(""))
-    ->type_name("CLASS");
+  AddChoice(command, "--model", "Only those of one model", "MODEL", ModelChoices(), filter->model);
+  AddChoice(command, "--class", "Only those of one class", "CLASS", ClassChoices(), filter->deviceClass);
   command->callback([filter, &output] { ListProfiles(*filter, output); });
 
   auto names = std::make_shared<std::array<std::string, 2>>();

@@ -21,6 +21,12 @@ struct Comparison
   double CommonVolume() const { return a.By(intent).volume->CommonWith(*b.By(intent).volume); }
 };
 
+/// 0 of nothing.
+inline double ShareOf(double part, double whole)
+{
+  return whole == 0 ? 0.0 : part / whole;
+}
+
 /// The CIEDE2000 between two colours that may be unknown.
 std::optional<double> DifferenceOf(const std::optional<Lab> &a, const std::optional<Lab> &b);
 

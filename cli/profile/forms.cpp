@@ -2,6 +2,7 @@
 
 #include "cli/profile/icc_words.h"
 #include "zelclr/convert/formulas/colour_difference.h"
+#include "zelclr/platform/bytes.h"
 #include "zelclr/platform/folders.h"
 #include "zelclr/platform/text.h"
 
@@ -80,6 +81,13 @@ std::string LocaleOf(const ZelUtl::IccText &text)
   return text.country.empty() ? text.language : text.language + "-" + text.country;
 }
 
+/// "mluc": what a tag begins with.
+std::string TypeOf(const std::vector<std::uint8_t> &start)
+{
+  ZelUtl::ByteReader reader(start);
+  return ZelUtl::TextOfIccSignature(reader.ReadBig<std::uint32_t>());
+}
+
 // --- Parts of the text -----------------------------------------------------------------------------------------------
 
 std::string HeaderText(const ProfileFacts &facts, const Output &output)
@@ -114,8 +122,7 @@ std::string TagsText(const ProfileFacts &facts, const Output &output)
   for (const ZelUtl::IccTag &tag : facts.file.icc.Tags()) {
     const bool outside = LiesOutside(facts.file.icc, tag);
     const auto start = facts.file.icc.ReadTag(tag, 4);
-    text += "  " + ZelUtl::TextOfIccSignature(tag.signature) + "  " +
-            (start.size() < 4 ? "    " : Harmless({reinterpret_cast<const char *>(start.data()), 4})) +
+    text += "  " + ZelUtl::TextOfIccSignature(tag.signature) + "  " + (start.size() < 4 ? "    " : TypeOf(start)) +
             RightAligned(std::to_string(tag.offset), 11) + RightAligned(std::to_string(tag.size), 10) + "  " +
             std::string(TagInWords(tag.signature)) + (outside ? "  OUTSIDE THE FILE" : "") + "\n";
   }
@@ -201,7 +208,8 @@ Json BasicJsonOf(const ProfileFacts &facts)
                   {"fileSize", facts.file.icc.Stamp().size},
                   {"model", facts.model == nullptr ? Json(nullptr) : Json(facts.model->option)},
                   {"class", ClassInWords(header.deviceClass)},
-                  {"version", VersionInWords(header.version)}};
+                  {"version", VersionInWords(header.version)},
+                  {"damaged", facts.IsDamaged()}};
   content["relative"] = JsonOf(facts.relative);
   content["absolute"] = JsonOf(facts.absolute);
   if (!facts.HasGamut())
@@ -265,7 +273,6 @@ std::string TextOf(const ProfileFacts &facts, const Output &output)
 Json JsonOf(const ProfileFacts &facts)
 {
   Json content = BasicJsonOf(facts);
-  content["damaged"] = facts.IsDamaged();
   for (const HeaderField &field : FieldsOf(facts.file.icc.Header()))
     content["header"][field.key] = field.value;
   for (const TextTag &tag : kTextTags) {
@@ -278,13 +285,12 @@ Json JsonOf(const ProfileFacts &facts)
   content["tags"] = Json::array();
   for (const ZelUtl::IccTag &tag : facts.file.icc.Tags()) {
     const auto start = facts.file.icc.ReadTag(tag, 4);
-    content["tags"].push_back(
-      {{"signature", ZelUtl::TextOfIccSignature(tag.signature)},
-       {"words", TagInWords(tag.signature)},
-       {"type", start.size() < 4 ? Json(nullptr) : Json(std::string(start.begin(), start.end()))},
-       {"offset", tag.offset},
-       {"size", tag.size},
-       {"outside", LiesOutside(facts.file.icc, tag)}});
+    content["tags"].push_back({{"signature", ZelUtl::TextOfIccSignature(tag.signature)},
+                               {"words", TagInWords(tag.signature)},
+                               {"type", start.size() < 4 ? Json(nullptr) : Json(TypeOf(start))},
+                               {"offset", tag.offset},
+                               {"size", tag.size},
+                               {"outside", LiesOutside(facts.file.icc, tag)}});
   }
   content["engines"] = Json::array();
   for (const EngineUse &use : facts.engines) {
@@ -330,15 +336,18 @@ std::string TextOf(const Comparison &comparison, const Output &output)
   }
   text += "\n";
   const auto volume = [intent = intent](Facts facts) {
-    return facts.HasGamut() ? VolumeInWords(facts.By(intent).volume->Size()) + " \u0394E\u00B3"
-                            : "none: " + facts.noGamut;
+    return facts.HasGamut() ? VolumeInWords(facts.By(intent).volume->Size()) + " \u0394E\u00B3" : "none";
   };
   text += both("gamut volume", volume(a), volume(b));
+  for (const auto &[letter, facts] : {std::pair{"A", &a}, {"B", &b}}) {
+    if (!facts->HasGamut())
+      text += Row("", std::string(letter) + ": " + facts->noGamut);
+  }
   if (comparison.HasGamuts()) {
     const double common = comparison.CommonVolume();
-    text += both("shared by both", VolumeInWords(common) + " \u0394E\u00B3", "");
-    text += both("share of it all", ShareInWords(common / comparison.VolumeOfA()) + " of A is within B",
-                 ShareInWords(common / comparison.VolumeOfB()) + " of B is within A");
+    text += Row("shared by both", VolumeInWords(common) + " \u0394E\u00B3");
+    text += both("share of it all", ShareInWords(ShareOf(common, comparison.VolumeOfA())) + " of A is within B",
+                 ShareInWords(ShareOf(common, comparison.VolumeOfB())) + " of B is within A");
     text += "  " + output.Faint(std::string("Gamuts are ") + WordsOf(intent).name + ", in CIE Lab on D50.") + "\n";
   }
   return text;
@@ -357,9 +366,7 @@ Json JsonOf(const Comparison &comparison)
   content["gamut"] = nullptr;
   if (comparison.HasGamuts()) {
     const double common = comparison.CommonVolume();
-    const auto share = [](double part, double whole) {
-      return whole == 0 ? 0.0 : std::round(part / whole * 1e4) / 1e4;
-    };
+    const auto share = [](double part, double whole) { return std::round(ShareOf(part, whole) * 1e4) / 1e4; };
     content["gamut"] = {{"volumeOfA", std::round(comparison.VolumeOfA())},
                         {"volumeOfB", std::round(comparison.VolumeOfB())},
                         {"commonVolume", std::round(common)},

@@ -39,6 +39,7 @@ text { font-family: "Helvetica Neue", Helvetica, Arial, "Liberation Sans", "Deja
 .tick { font-size: 2.5px; fill: #6b6b70 }
 .across { text-anchor: middle } .before { text-anchor: end }
 .panel { font-size: 3px; font-weight: 600 }
+.panel, .above { paint-order: stroke; stroke: #fff; stroke-opacity: .8; stroke-width: .7; stroke-linejoin: round }
 .ground { fill: #fff } .field { fill: #f5f5f6 }
 .frame { fill: none; stroke: #c4c4c8; stroke-width: .2 }
 .grid { stroke: #dcdcdf; stroke-width: .15 }
@@ -219,9 +220,9 @@ std::string LocusLabels()
     const double y = kChromaticities.Y(point.y);
     labels += Line(x, y, x + outX * 1.2, y - outY * 1.2, "dot");
     labels += Text(x + outX * 2, y - outY * 2.4 + 0.9,
-                   outX < -0.4  ? "tick before"
-                   : outX > 0.4 ? "tick"
-                                : "tick across",
+                   outX < -0.4  ? "tick above before"
+                   : outX > 0.4 ? "tick above"
+                                : "tick above across",
                    std::to_string(wavelength));
   }
   return labels;
@@ -252,7 +253,7 @@ std::string ChromaticitiesOf(const Pair &pair)
   const std::vector<PlanePoint> locus(std::begin(kSpectralLocus), std::end(kSpectralLocus));
   Outlines closed = {locus};
   closed[0].push_back(locus.front());
-  drawing += Path(Along(closed, plot), "locus") + LocusLabels();
+  drawing += Path(Along(closed, plot), "locus");
 
   const Adaptation fromD50 = Inverse(toD50);
   constexpr double kPlaneTolerance = 0.0006;
@@ -260,9 +261,9 @@ std::string ChromaticitiesOf(const Pair &pair)
   const Outlines lined = cli::ChromaticitiesOf(*pair.lined.gamut, Inverse(linedToD50)).Outlines(kPlaneTolerance);
   const std::string shape = Along(filled, plot);
   const Box box = BoxOf(filled);
-  drawing += Filled(shape, {box.low, box.high, 0.006, [&](double x, double y) { return BrightColour(x, y, toD50); }},
+  drawing += Filled(shape, {box.low, box.high, 0.004, [&](double x, double y) { return BrightColour(x, y, toD50); }},
                     plot, "chromaticities");
-  drawing += Path(shape, "edge") + CasedPath(Along(lined, plot), pair.lineStyle);
+  drawing += Path(shape, "edge") + CasedPath(Along(lined, plot), pair.lineStyle) + LocusLabels();
   drawing += Rectangle(plot.X(0), plot.Y(kMostY), kMostX * plot.scale, kMostY * plot.scale, "frame");
   return drawing + Text(plot.X(kMostX), plot.Y(0) + 6.8, "tick before", "x") +
          Text(kLeft, plot.Y(kMostY / 2) + 0.9, "tick", "y");
@@ -367,7 +368,7 @@ std::string FiguresOf(const ProfileFacts &facts, const Pair &pair)
 /// The volumes as lengths: what only A has, what both have, what only B has.
 std::string ShareBar(double y, double onlyA, double both, double onlyB)
 {
-  const double scale = (kRight - kFactsLeft) / (onlyA + both + onlyB);
+  const double scale = (kRight - kFactsLeft) / std::max(1.0, onlyA + both + onlyB);
   return Rectangle(kFactsLeft, y, onlyA * scale, 4, "share-a") +
          Rectangle(kFactsLeft + onlyA * scale, y, both * scale, 4, "share-both") +
          Rectangle(kFactsLeft + (onlyA + both) * scale, y, onlyB * scale, 4, "share-b");
@@ -387,9 +388,9 @@ std::string FiguresOf(const Comparison &comparison)
   column.drawing += ShareBar(column.y + 4, volumeOfA - common, common, volumeOfB - common);
   column.y += 8;
   column.Note("gray: only A; dark: both; white: only B");
-  column.Add("figure", 11, ShareInWords(common / volumeOfA));
+  column.Add("figure", 11, ShareInWords(ShareOf(common, volumeOfA)));
   column.Note("of A is within B");
-  column.Add("figure", 9, ShareInWords(common / volumeOfB));
+  column.Add("figure", 9, ShareInWords(ShareOf(common, volumeOfB)));
   column.Note("of B is within A");
   for (const auto &[label, colour] : {std::pair{"Whites", &DeviceFacts::white}, {"Blacks", &DeviceFacts::black}}) {
     const auto &ofA = comparison.a.By(comparison.intent).*colour;

@@ -105,11 +105,17 @@ bool LiesOutside(const ZelUtl::IccFile &file, const ZelUtl::IccTag &tag)
   return tag.offset < kHeaderSize || std::uint64_t{tag.offset} + tag.size > file.Stamp().size;
 }
 
-bool ProfileFacts::IsDamaged() const
+std::string ProfileFacts::Damage() const
 {
-  return file.icc.Header().size > file.icc.Stamp().size ||
-         std::any_of(file.icc.Tags().begin(), file.icc.Tags().end(),
-                     [this](const ZelUtl::IccTag &tag) { return LiesOutside(file.icc, tag); });
+  if (file.icc.Header().size > file.icc.Stamp().size) {
+    return "it has " + std::to_string(file.icc.Stamp().size) + " bytes of the " +
+           std::to_string(file.icc.Header().size) + " that its header says";
+  }
+  for (const ZelUtl::IccTag &tag : file.icc.Tags()) {
+    if (LiesOutside(file.icc, tag))
+      return "its tag '" + ZelUtl::TextOfIccSignature(tag.signature) + "' lies outside the file";
+  }
+  return {};
 }
 
 ProfileFacts FactsOf(ProfileFile file)

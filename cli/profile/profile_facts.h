@@ -55,8 +55,9 @@ struct ProfileFacts
     return intent == RenderingIntent::AbsoluteColorimetric ? absolute : relative;
   }
   bool HasGamut() const { return noGamut.empty(); }
-  /// Whether a tag lies outside the file, or the file is shorter than its header says.
-  bool IsDamaged() const;
+  /// What is missing where the file is shorter than its header says, or a tag lies outside it; else empty.
+  std::string Damage() const;
+  bool IsDamaged() const { return !Damage().empty(); }
 };
 
 ProfileFacts FactsOf(ProfileFile file);

@@ -12,6 +12,9 @@ ProfileFile OpenProfile(const std::string &nameOrPath)
 {
   if (nameOrPath.empty())
     throw Failure(ExitCode::Usage, "the name of the profile is empty");
+  // The library's names are wide text, which cannot hold any other bytes.
+  if (ZelUtl::Utf8FromWide(ZelUtl::WideFromUtf8(nameOrPath)) != nameOrPath)
+    throw Failure(ExitCode::Unreadable, Harmless(nameOrPath) + ": the name is not UTF-8");
   // What has a folder in front and is there is that file, whatever is installed.
   const bool bare = ZelUtl::FileNameOfPath(nameOrPath) == nameOrPath;
   const auto installed =

@@ -4,6 +4,7 @@
 #include "cli/profile/profile_file.h"
 #include "cli/profile/words.h"
 #include "zelclr/colorsystem/color_profile_manager.h"
+#include "zelclr/platform/console.h"
 #include "zelclr/platform/folders.h"
 #include "zelclr/platform/text.h"
 
@@ -75,16 +76,6 @@ std::vector<SearchedFolder> SearchedFolders()
   return folders;
 }
 
-/// "rgb, cmyk, gray"
-template <class Rows>
-std::string OptionsOf(const Rows &rows)
-{
-  std::string options;
-  for (const auto &row : rows)
-    options += (options.empty() ? "" : ", ") + std::string(row.option);
-  return options;
-}
-
 } // namespace
 
 void ListProfiles(const ProfileFilter &filter, const Output &output)
@@ -135,33 +126,23 @@ void PrintPath(const std::string &nameOrPath, const Output &output)
   if (output.json)
     PrintJson("zelclr.profile.path", {{"path", path}});
   else
-    std::printf("%s\n", path.c_str());
+    std::printf("%s\n", ZelUtl::StandardOutputIsTerminal() ? Harmless(path).c_str() : path.c_str());
 }
 
-std::string OptionsOfModels()
+Choices<ColorSystem::ColorModel> ModelChoices()
 {
-  return OptionsOf(kModelWords);
-}
-
-std::string OptionsOfClasses()
-{
-  return OptionsOf(kClassWords);
-}
-
-std::map<std::string, ColorSystem::ColorModel> ModelsByOption()
-{
-  std::map<std::string, ColorSystem::ColorModel> models;
+  Choices<ColorSystem::ColorModel> choices;
   for (const ModelWords &row : kModelWords)
-    models[row.option] = row.model;
-  return models;
+    choices.emplace_back(row.option, row.model);
+  return choices;
 }
 
-std::map<std::string, ColorSystem::DeviceClass> ClassesByOption()
+Choices<ColorSystem::DeviceClass> ClassChoices()
 {
-  std::map<std::string, ColorSystem::DeviceClass> classes;
+  Choices<ColorSystem::DeviceClass> choices;
   for (const ClassWords &row : kClassWords)
-    classes[row.option] = row.deviceClass;
-  return classes;
+    choices.emplace_back(row.option, row.deviceClass);
+  return choices;
 }
 
 } // namespace cli

@@ -6,9 +6,10 @@
 #include "cli/output.h"
 #include "zelclr/colorsystem/color_profile.h"
 
-#include <map>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace cli {
 
@@ -25,10 +26,10 @@ void ListFolders(const Output &output);
 /// Prints the path of a profile, and nothing else.
 void PrintPath(const std::string &nameOrPath, const Output &output);
 
-/// The names of models and classes on the command line: all of them in a row, and what each stands for.
-std::string OptionsOfModels();
-std::string OptionsOfClasses();
-std::map<std::string, ColorSystem::ColorModel> ModelsByOption();
-std::map<std::string, ColorSystem::DeviceClass> ClassesByOption();
+/// Words of the command line and what each stands for.
+template <class Value>
+using Choices = std::vector<std::pair<std::string, Value>>;
+Choices<ColorSystem::ColorModel> ModelChoices();
+Choices<ColorSystem::DeviceClass> ClassChoices();
 
 } // namespace cli

@@ -113,6 +113,7 @@ std::string Filled(std::string_view pathData, const ColourField &field, const Pl
   };
   const std::size_t columns = steps(field.high.x - field.low.x);
   const std::size_t rows = steps(field.high.y - field.low.y);
+  const double top = plot.Y(field.low.y + static_cast<double>(rows) * field.step);
   for (std::size_t row = 0; row < rows; ++row) {
     const double low = field.low.y + static_cast<double>(row) * field.step;
     std::vector<RealRgb> colours;
@@ -128,10 +129,11 @@ std::string Filled(std::string_view pathData, const ColourField &field, const Pl
                    ZelUtl::TextFromNumber(static_cast<double>(stop) / static_cast<double>(columns), 4) +
                    "\" stop-color=\"" + Hex(colours[stop]) + "\"/>";
     gradients += "</linearGradient>\n";
-    // From the bottom up; each strip reaches a little over the one below it, so that no seam shows between them.
-    strips += "<rect" + Attribute("x", plot.X(field.low.x)) + Attribute("y", plot.Y(low + field.step)) +
+    // From the bottom up; each strip goes on to the top, under those that follow. So the edge of each lies on colour
+    // and not on the ground, which would shine through where a pixel belongs to two strips.
+    strips += "<rect" + Attribute("x", plot.X(field.low.x)) + Attribute("y", top) +
               Attribute("width", static_cast<double>(columns) * field.step * plot.scale) +
-              Attribute("height", 1.1 * field.step * plot.scale) + " fill=\"url(#" + gradient + ")\"/>\n";
+              Attribute("height", plot.Y(low) - top) + " fill=\"url(#" + gradient + ")\"/>\n";
   }
   return "<defs><clipPath id=\"" + id + "\"><path clip-rule=\"evenodd\" d=\"" + std::string(pathData) +
          "\"/></clipPath>\n" + gradients + "</defs>\n<g clip-path=\"url(#" + id + ")\">\n" + strips + "</g>\n";

@@ -1,11 +1,10 @@
 // The tool as its users run it: arguments and files in, text and exit codes out.
 
+#include "tests/support/tool.h"
+
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <sys/wait.h>
 
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -14,13 +13,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-struct Result
-{
-  int exitCode;
-  std::string output; ///< standard output
-  std::string errors; ///< standard error
-};
 
 class Tool : public testing::Test
 {
@@ -43,21 +35,7 @@ protected:
     bytes << std::ifstream(path, std::ios::binary).rdbuf();
     return bytes.str();
   }
-  /// Runs the tool with a shell's words behind it.
-  Result Run(const std::string &words) const
-  {
-    const std::string command = "NO_COLOR= TERM=xterm " ZELCLR_TOOL " " + words + " 2>" + Path("errors");
-    std::FILE *pipe = ::popen(command.c_str(), "r");
-    EXPECT_NE(pipe, nullptr);
-    Result result{};
-    std::array<char, 4096> buffer;
-    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), pipe))
-      result.output.append(buffer.data(), count);
-    const int status = ::pclose(pipe);
-    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    result.errors = Read(Path("errors"));
-    return result;
-  }
+  static tests::ToolResult Run(const std::string &words) { return tests::RunTool(words); }
 
   fs::path folder_;
 };
