@@ -311,7 +311,9 @@ std::optional<double> DifferenceOf(const std::optional<Lab> &a, const std::optio
 
 std::string TextOf(const Comparison &comparison, const Output &output)
 {
-  const auto &[a, b, intent] = comparison;
+  const ProfileFacts &a = comparison.a;
+  const ProfileFacts &b = comparison.b;
+  const RenderingIntent intent = comparison.intent;
   const auto both = [](const std::string &label, const std::string &ofA, const std::string &ofB,
                        const std::string &behind = "") {
     return Row(label, Fitted(ofA, kValueColumns) + " " + (behind.empty() ? ofB : Fitted(ofB, kValueColumns) + behind));
