@@ -43,6 +43,12 @@ bool IsConfigurationInitialized()
   return (host == nullptr || host->IsConfigurationInitialized()) && !GetUserFolder().empty();
 }
 
+const ColorSystem::ColorContext *GetActiveColorContext()
+{
+  const ApplicationHost *const host = current_host.load();
+  return host == nullptr ? nullptr : host->GetActiveColorContext();
+}
+
 ColorSystem::ViewProofSettings *GetViewProofSettings(Document *document)
 {
   const ApplicationHost *const host = current_host.load();

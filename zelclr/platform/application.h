@@ -12,8 +12,9 @@
 #include <string>
 
 namespace ColorSystem {
+class ColorContext;
 class ViewProofSettings;
-}
+} // namespace ColorSystem
 
 namespace ZelUtl {
 
@@ -31,6 +32,8 @@ public:
   virtual bool IsConfigurationInitialized() const { return true; }
   /// Null when none is active.
   virtual Document *GetActiveDocument() const { return nullptr; }
+  /// What its colours mean, owned by it; null when none is active.
+  virtual const ColorSystem::ColorContext *GetActiveColorContext() const { return nullptr; }
   /// Those of the document's active view, owned by it; null when it has none.
   virtual ColorSystem::ViewProofSettings *GetViewProofSettings(Document &) const { return nullptr; }
 };
@@ -44,6 +47,8 @@ ZELCLR_API unsigned GetOpenDocumentCount();
 ZELCLR_API std::wstring GetApplicationName();
 /// Whether a user's folder is known and the host, if any, says so.
 ZELCLR_API bool IsConfigurationInitialized();
+/// Of the active document; null when there is none.
+ZELCLR_API const ColorSystem::ColorContext *GetActiveColorContext();
 /// Those of this document, else of the active one; null when there is none.
 ZELCLR_API ColorSystem::ViewProofSettings *GetViewProofSettings(Document *document = nullptr);
 

@@ -11,6 +11,7 @@
 namespace ZelUtl {
 
 ZELCLR_API bool StandardOutputIsTerminal();
+ZELCLR_API bool StandardErrorIsTerminal();
 
 /// The value of an environment variable, UTF-8; empty when it is not set.
 ZELCLR_API std::optional<std::string> EnvironmentVariable(const char *name);

@@ -1,7 +1,6 @@
-// The export macro of the library, and the integer types that the suite shares with its host systems.
+// The export macro of the library, which C knows, too, and the integer types that the suite shares with its host
+// systems.
 #pragma once
-
-#include <cstdint>
 
 #if defined(_WIN32)
 #if defined(ZELCLR_BUILDING)
@@ -9,10 +8,17 @@
 #else
 #define ZELCLR_API __declspec(dllimport)
 #endif
-/// A colour as 0x00BBGGRR. Windows defines the same name as the same type.
-using COLORREF = unsigned long;
 #else
 #define ZELCLR_API __attribute__((visibility("default")))
-/// A colour as 0x00BBGGRR.
+#endif
+
+#if defined(__cplusplus)
+#include <cstdint>
+
+/// A colour as 0x00BBGGRR. Windows defines the same name as the same type.
+#if defined(_WIN32)
+using COLORREF = unsigned long;
+#else
 using COLORREF = std::uint32_t;
+#endif
 #endif

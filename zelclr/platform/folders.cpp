@@ -129,6 +129,13 @@ std::string FolderOfPath(std::string_view path)
   return std::string(path.substr(0, start > 1 ? start - 1 : start));
 }
 
+std::string AbsolutePath(const std::string &path)
+{
+  std::error_code error;
+  const fs::path absolute = fs::absolute(PathFrom(path), error);
+  return error ? path : Utf8From(absolute.lexically_normal());
+}
+
 std::string ValidFileName(std::string_view text)
 {
   constexpr std::size_t kMostBytes = 200; // of the 255 that file systems take, with room for what is added

@@ -45,6 +45,9 @@ ZELCLR_API std::string FileNameOfPath(std::string_view path);
 ZELCLR_API std::string ExtensionOfPath(std::string_view path);
 /// The path without its file name; empty when it has none.
 ZELCLR_API std::string FolderOfPath(std::string_view path);
+/// The path from the root on, without "." and "..", by the folder that the process is in; as it stands where that is
+/// not known. Links stay.
+ZELCLR_API std::string AbsolutePath(const std::string &path);
 /// A file name for every system out of any text: without path separators, reserved and control characters, blanks and
 /// points at its ends; "Unnamed" when nothing is left; at most 200 bytes.
 ZELCLR_API std::string ValidFileName(std::string_view text);

@@ -3,9 +3,9 @@
 // What every reader of XML here refuses: more bytes than the given bound; encodings but UTF-8, UTF-16 and ISO-8859-1,
 // and bytes that are not valid in theirs; elements nested deeper than kMostXmlDepth; more than kMostXmlAttributes
 // attributes of one element or namespaces in scope; a tag or comment (in a tree, a text too) of more than 10,000,000
-// bytes; a document type with declarations of its own, hence every entity
-// but the five of XML. A document type that names a file is accepted and the file is not read. Nothing outside of the
-// document is ever opened, on disk or in the network.
+// bytes; a document type with declarations of its own, hence every entity but the five of XML. A document type that
+// names a file is accepted and the file is not read. Nothing outside of the document is ever opened, on disk or in the
+// network.
 // Threads: plain functions. Errors: false, and the reason in English, with the line where there is one: "line 3: ...".
 #pragma once
 

@@ -1,5 +1,6 @@
 // What the application's colour settings decide for the floor below: what contexts start with, and the engine in force.
 #include "zelclr/colorsystem/color_system_error.h"
+#include "zelclr/platform/application.h"
 #include "zelclr/settings/color_settings_manager.h"
 
 #include <atomic>
@@ -29,6 +30,12 @@ ColorContext ColorContext::GetApplicationDefaultColorContext()
 {
   const ColorSettings *const settings = InForce();
   return settings == nullptr ? ColorContext() : settings->GetDefaultColorContext();
+}
+
+ColorContext ColorContext::GetActiveColorContext()
+{
+  const ColorContext *const active = ZelUtl::GetActiveColorContext();
+  return active == nullptr ? GetApplicationDefaultColorContext() : ColorContext(*active);
 }
 
 std::shared_ptr<ColorManagementSystem> ColorManagementSystem::GetCurrent()

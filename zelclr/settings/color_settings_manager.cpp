@@ -46,9 +46,10 @@ ContextDefaults &Defaults()
   return defaults;
 }
 
+/// Never destroyed: the watch may still read while the process ends.
 const ZelUtl::CPrefObject<bool> &HasColorSettings()
 {
-  static const ZelUtl::CPrefObject<bool> preference("ColorSettingsManager", "HasColorSettings", false);
+  static const auto &preference = *new ZelUtl::CPrefObject<bool>("ColorSettingsManager", "HasColorSettings", false);
   return preference;
 }
 
@@ -97,8 +98,8 @@ constexpr SettingsForm<ColorSettings> kForm = {
   "cda6a4c3-279d-ec9a-48d7-75b2502fc85f",
   &ColorSettingsManager::GetUserSettingsStoragePath,
   &ColorSettingsManager::GetFactorySettingsStoragePath,
-  [](ColorSettings &settings, const ZelUtl::WXmlNode &parent, std::wstring_view id) {
-    return Internal::ReadColorSettings(settings, parent, id);
+  [](ColorSettings &settings, const ZelUtl::WXmlNode &element) {
+    return Internal::ReadColorSettings(settings, element);
   },
   [](const ColorSettings &settings, const ZelUtl::WXmlNode &parent, std::wstring_view id) {
     return Internal::WriteColorSettings(settings, parent, id);
@@ -157,6 +158,17 @@ bool ColorSettingsManager::AreApplicationColorSettingsDefaults() const
 bool ColorSettingsManager::AddColorSettings(const ColorSettings &settings)
 {
   return store_->Add(settings);
+}
+
+bool ColorSettingsManager::AddColorSettings(const std::vector<std::shared_ptr<ColorSettings>> &all, bool replace,
+                                            std::wstring &taken)
+{
+  return store_->AddAll(all, replace, taken);
+}
+
+std::string ColorSettingsManager::GetWriteFailure() const
+{
+  return store_->WriteFailure();
 }
 
 bool ColorSettingsManager::RemoveColorSetting(const std::wstring &name)

@@ -45,11 +45,18 @@ public:
 
   /// Keeps a copy as a preset of the user, in place of any of its name. True once it is in memory.
   bool AddColorSettings(const ColorSettings &settings);
+  /// Keeps copies as presets of the user, all of them with one change of the file or none. False when it could not be
+  /// written, and, unless they are to be replaced, when a preset of such a name is there; `taken` is that name then,
+  /// else empty.
+  bool AddColorSettings(const std::vector<std::shared_ptr<ColorSettings>> &all, bool replace, std::wstring &taken);
   /// Removes a preset from memory, and in any case the element of that name from the application's list in the file.
   /// Whether there was one in memory.
   bool RemoveColorSetting(const std::wstring &name);
   /// Whether there is such a preset and the factory did not make it.
   bool CanRemoveColorSetting(const std::wstring &name) const;
+  /// Why the last change of the file by this manager could not be written, in English; empty when it could, or where
+  /// there was no file to change.
+  std::string GetWriteFailure() const;
 
   /// The two choices of the settings in force that new colour contexts start with. They take no lock.
   static ColorModel GetApplicationBlendingColorModel();

@@ -114,9 +114,8 @@ bool WriteColorSettings(const ColorSettings &settings, const WXmlNode &parent, X
   return WritePolicy(settings.GetColorPolicyForImport(), element, L"ColorPolicyForImport") && written;
 }
 
-bool ReadColorSettings(ColorSettings &settings, const WXmlNode &parent, XmlId id)
+bool ReadColorSettings(ColorSettings &settings, const WXmlNode &element)
 {
-  const WXmlNode element = WXmlValueAccessor(parent).Find("ColorSettings", id);
   if (!element)
     return false;
   const WXmlValueAccessor values(element);

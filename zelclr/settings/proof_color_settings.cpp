@@ -1,8 +1,10 @@
 #include "zelclr/settings/proof_color_settings.h"
 
-#include "zelclr/colorsystem/typed_colors.h"
+#include "zelclr/colorsystem/color_profile_manager.h"
 #include "zelclr/platform/preferences.h"
 #include "zelclr/settings/color_settings.h"
+
+#include <algorithm>
 
 namespace ColorSystem {
 
@@ -11,10 +13,23 @@ using ZelUtl::WriteLock;
 
 namespace {
 
-const std::shared_ptr<const Color> &StandardWarningColor()
+/// Without a profile where there is none to be had. Never destroyed: the watch may still read while the process ends.
+/// Pure green, whether or not there is a profile to say which.
+class Green : public Color
 {
-  static const std::shared_ptr<const Color> green =
-    std::make_shared<RgbColor>(0.0, 1.0, 0.0, ColorSpace(L"sRGB-Placeholder!"));
+public:
+  explicit Green(const std::shared_ptr<ColorProfile> &profile) : Color(AnySpace(), ColorSpace(ColorModel::Rgb, profile))
+  {
+    SetChannels({0.0, 1.0, 0.0});
+  }
+};
+
+std::shared_ptr<const Color> StandardWarningColor()
+{
+  const auto profile = ColorProfileManager::GetInstance().GetColorProfile(L"sRGB-Placeholder!");
+  if (profile == nullptr) // an installation that is not complete, yet
+    return std::make_shared<Green>(nullptr);
+  static const auto &green = *new std::shared_ptr<const Color>(std::make_shared<Green>(profile));
   return green;
 }
 
@@ -175,7 +190,7 @@ double ProofColorSettings::GetGamutWarningLabelTransparency() const
 void ProofColorSettings::SetGamutWarningLabelTransparency(double transparency)
 {
   const WriteLock guard(lock_);
-  warningTransparency_ = transparency;
+  warningTransparency_ = transparency >= 0.0 ? std::min(transparency, 1.0) : 0.0; // a NaN is none
 }
 
 bool ProofColorSettings::IsFactory() const

@@ -21,8 +21,8 @@ constexpr SettingsForm<ProofColorSettings> kForm = {
   "d8247fb9-69e2-42a9-b5ee-5c427d19df24",
   &ProofColorSettingsManager::GetUserSettingsStoragePath,
   &ProofColorSettingsManager::GetFactorySettingsStoragePath,
-  [](ProofColorSettings &settings, const ZelUtl::WXmlNode &parent, std::wstring_view id) {
-    return Internal::ReadProofColorSettings(settings, parent, id);
+  [](ProofColorSettings &settings, const ZelUtl::WXmlNode &element) {
+    return Internal::ReadProofColorSettings(settings, element);
   },
   [](const ProofColorSettings &settings, const ZelUtl::WXmlNode &parent, std::wstring_view id) {
     return Internal::WriteProofColorSettings(settings, parent, id);
@@ -88,6 +88,17 @@ bool ProofColorSettingsManager::AreApplicationProofColorSettingsDefaults() const
 bool ProofColorSettingsManager::AddProofColorSettings(const ProofColorSettings &settings)
 {
   return store_->Add(settings);
+}
+
+bool ProofColorSettingsManager::AddProofColorSettings(const std::vector<std::shared_ptr<ProofColorSettings>> &all,
+                                                      bool replace, std::wstring &taken)
+{
+  return store_->AddAll(all, replace, taken);
+}
+
+std::string ProofColorSettingsManager::GetWriteFailure() const
+{
+  return store_->WriteFailure();
 }
 
 bool ProofColorSettingsManager::RemoveColorSetting(const std::wstring &name)

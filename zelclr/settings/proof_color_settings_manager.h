@@ -33,8 +33,11 @@ public:
   bool AreApplicationProofColorSettingsDefaults() const;
 
   bool AddProofColorSettings(const ProofColorSettings &settings);
+  bool AddProofColorSettings(const std::vector<std::shared_ptr<ProofColorSettings>> &all, bool replace,
+                             std::wstring &taken);
   bool RemoveColorSetting(const std::wstring &name);
   bool CanRemoveColorSetting(const std::wstring &name) const;
+  std::string GetWriteFailure() const;
 
   static void ReLoad();
   static std::shared_ptr<ProofColorSettings> GetFactoryProofColorSettings();

@@ -1,4 +1,5 @@
 #include "zelclr/colorsystem/color_profile_manager.h"
+#include "zelclr/colorsystem/color_system_error.h"
 #include "zelclr/settings/internal/settings_xml.h"
 
 namespace ColorSystem::Internal {
@@ -27,8 +28,12 @@ std::optional<ColorSpace> ReadColorSpace(const WXmlNode &parent)
     if (profile == nullptr)
       return std::nullopt;
   }
-  const ColorSpace space(*model, profile);
-  return space.GetValidModel(*model) ? std::optional<ColorSpace>(space) : std::nullopt;
+  try {
+    const ColorSpace space(*model, profile);
+    return space.GetValidModel(*model) ? std::optional<ColorSpace>(space) : std::nullopt;
+  } catch (const ColorSystemError &) { // a profile of another model
+    return std::nullopt;
+  }
 }
 
 } // namespace
@@ -71,16 +76,17 @@ bool WriteProofColorSettings(const ProofColorSettings &settings, const WXmlNode 
   const WXmlNode element = WXmlValueAccessor(parent).Recreate("ProofColorSettings", id);
   WXmlValueAccessor values(element);
   bool written = values.WriteText("Name", settings.GetName());
-  written = WriteColor(*settings.GetGamutWarningLabelColor(), element, kWarningColor) && written;
+  const auto warning = settings.GetGamutWarningLabelColor();
+  if (warning->GetColorProfile() != nullptr) // what has none could not be read again, and is the standard one
+    written = WriteColor(*warning, element, kWarningColor) && written;
   written = values.WriteDouble("WarningLabelTransparency", settings.GetGamutWarningLabelTransparency()) && written;
   written = values.WriteBool("DisplayGamutWarning", settings.GetDisplayGamutWarning()) && written;
   written = values.WriteBool("PreserveNumbers", settings.GetPreserveNumbers()) && written;
   return WriteColorContext(settings.GetColorContext(), element, kProofContext) && written;
 }
 
-bool ReadProofColorSettings(ProofColorSettings &settings, const WXmlNode &parent, XmlId id)
+bool ReadProofColorSettings(ProofColorSettings &settings, const WXmlNode &element)
 {
-  const WXmlNode element = WXmlValueAccessor(parent).Find("ProofColorSettings", id);
   const WXmlValueAccessor values(element);
   ProofColorSettings read(settings);
   std::wstring name;

@@ -2,6 +2,7 @@
 
 #include "zelclr/platform/files.h"
 #include "zelclr/platform/folders.h"
+#include "zelclr/platform/regular_file.h"
 
 namespace ColorSystem::Internal {
 
@@ -20,10 +21,10 @@ SettingsFile::~SettingsFile()
     watch_->Stop();
 }
 
-void SettingsFile::Watch(std::function<void()> onChange)
+bool SettingsFile::Watch(std::function<void()> onChange)
 {
   watch_.emplace([onChange = std::move(onChange)](const std::string &) { onChange(); });
-  watch_->Watch(ZelUtl::FolderOfPath(userPath_));
+  return watch_->Watch(ZelUtl::FolderOfPath(userPath_));
 }
 
 bool SettingsFile::HasUserFile() const
@@ -33,7 +34,9 @@ bool SettingsFile::HasUserFile() const
 
 bool SettingsFile::HasForeignChange() const
 {
-  return HasUserFile() && ZelUtl::StampOfFile(userPath_) != known_;
+  std::string untold;
+  const auto bytes = HasUserFile() ? ZelUtl::ReadFile(userPath_, ZelUtl::kMostXmlBytes, untold) : std::nullopt;
+  return bytes && bytes != known_;
 }
 
 /// Empty when it is not well-formed, or something else.
@@ -50,10 +53,10 @@ std::pair<SettingsFile::Source, ZelUtl::WXmlNode> SettingsFile::Load()
   const std::string &path = user ? userPath_ : factoryPath_;
   if (path.empty() || !ZelUtl::StampOfFile(path))
     return {Source::None, {}};
-  if (user)
-    known_ = ZelUtl::StampOfFile(path);
   std::string untold;
   const auto bytes = ZelUtl::ReadFile(path, ZelUtl::kMostXmlBytes, untold);
+  if (user)
+    known_ = bytes;
   const auto document = bytes ? Parsed(*bytes) : std::nullopt;
   if (!document)
     return {Source::Damaged, {}};
@@ -71,23 +74,35 @@ WXmlDoc SettingsFile::NewDocument() const
 
 bool SettingsFile::Change(const Edit &edit, const Edit &begin)
 {
-  std::string untold;
-  const auto stamp = ZelUtl::StampOfFile(userPath_);
-  const auto bytes = stamp ? ZelUtl::ReadFile(userPath_, ZelUtl::kMostXmlBytes, untold) : std::nullopt;
-  if (userPath_.empty() || (stamp && !bytes))
+  std::string &reason = failure_;
+  reason.clear();
+  const bool exists = HasUserFile();
+  const auto bytes = exists ? ZelUtl::ReadFile(userPath_, ZelUtl::kMostXmlBytes, reason) : std::nullopt;
+  if (userPath_.empty())
+    reason = "there is no folder for the user";
+  if (!reason.empty())
     return false;
   auto document = bytes ? Parsed(*bytes) : std::nullopt;
-  if (bytes && !document && ZelUtl::KeepDamagedBytes(userPath_, *bytes, untold).empty())
+  if (bytes && !document && ZelUtl::KeepDamagedBytes(userPath_, *bytes, reason).empty())
     return false;
-  if (!document) {
+  const bool begun = !document;
+  if (begun)
     document = NewDocument();
-    if (!begin(document->Root()))
-      return false;
-  }
-  if (!edit(document->Root()) || !ZelUtl::MakeFolders(ZelUtl::FolderOfPath(userPath_), untold) ||
-      !document->Save(userPath_, untold))
+  if ((begun && !begin(document->Root())) || !edit(document->Root())) {
+    reason = "it would hold a value that has no name in files";
     return false;
-  known_ = ZelUtl::StampOfFile(userPath_);
+  }
+  if (!ZelUtl::MakeFolders(ZelUtl::FolderOfPath(userPath_), reason))
+    return false;
+  std::string written = document->Bytes();
+  if (written.empty())
+    reason = "there is not enough memory";
+  if (written.empty() || !ZelUtl::ReplaceFile(userPath_, written, reason))
+    return false;
+  if (bytes == known_)
+    known_ = std::move(written);
+  else
+    known_.reset();
   return true;
 }
 

@@ -11,6 +11,11 @@ bool StandardOutputIsTerminal()
   return ::isatty(STDOUT_FILENO) == 1;
 }
 
+bool StandardErrorIsTerminal()
+{
+  return ::isatty(STDERR_FILENO) == 1;
+}
+
 std::optional<std::string> EnvironmentVariable(const char *name)
 {
   const char *value = std::getenv(name);

@@ -1,13 +1,12 @@
 #include "zelclr/platform/files.h"
 
-#include "zelclr/platform/file_faults.h"
+#include "zelclr/platform/replacement_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
-#include <atomic>
 #include <cerrno>
 #include <system_error>
 #include <utility>
@@ -76,74 +75,6 @@ bool WriteAll(int descriptor, std::string_view bytes)
   return true;
 }
 
-std::string FolderOf(const std::string &path)
-{
-  const auto slash = path.rfind('/');
-  return slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
-}
-
-/// Where the links at the end of a path lead, also when nothing stands there yet; nowhere when they form a ring.
-std::optional<std::string> Followed(std::string path)
-{
-  constexpr int kMostLinks = 40; // as the kernel
-  for (int i = 0; i < kMostLinks; ++i) {
-    std::array<char, 4096> target;
-    const auto length = ::readlink(path.c_str(), target.data(), target.size());
-    if (length <= 0)
-      return path;
-    const std::string link(target.data(), static_cast<std::size_t>(length));
-    path = link.front() == '/' ? link : FolderOf(path) + "/" + link;
-  }
-  errno = ELOOP;
-  return std::nullopt;
-}
-
-/// Whether a step may be taken; errno says why not.
-bool MayTake(FileStep step)
-{
-  const int fault = FaultOfFileStep(step);
-  if (fault != 0)
-    errno = fault;
-  return fault == 0;
-}
-
-/// Makes a file in the folder under a name that nobody has, with these permissions less those that new files do not
-/// get; -1 on failure.
-int MakeFileAside(const std::string &folder, mode_t permissions, std::string &name)
-{
-  static std::atomic<unsigned> count{0};
-  if (!MayTake(FileStep::Make))
-    return -1;
-  for (int attempt = 0; attempt < 100; ++attempt) {
-    name = folder + "/.zelclr-" + std::to_string(::getpid()) + "-" + std::to_string(count++);
-    const int file = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions);
-    if (file >= 0 || errno != EEXIST)
-      return file;
-  }
-  return -1;
-}
-
-/// Gives a new file the owner of the old one, where that is allowed, and its permissions.
-bool TakeOver(int file, const struct stat &old)
-{
-  struct stat mine = {};
-  if (::fstat(file, &mine) != 0)
-    return false;
-  if (mine.st_uid != old.st_uid || mine.st_gid != old.st_gid) [[maybe_unused]]
-    const int allowed = ::fchown(file, old.st_uid, old.st_gid);
-  return ::fchmod(file, old.st_mode & 07777) == 0;
-}
-
-/// Makes the names in a folder survive a loss of power. Folders that may not be read, and file systems that cannot do
-/// it, are as safe as they get.
-bool FlushFolder(const std::string &path)
-{
-  const Descriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (!folder.IsOpen())
-    return errno == EACCES;
-  return ::fsync(folder.Number()) == 0 || errno == EINVAL || errno == ENOTSUP || errno == EROFS;
-}
-
 } // namespace
 
 std::optional<std::string> ReadFile(const std::string &path, std::size_t most, std::string &reason)
@@ -176,36 +107,17 @@ bool IsSameFile(const std::string &a, const std::string &b)
 
 bool ReplaceFile(const std::string &path, std::string_view bytes, std::string &reason)
 {
-  const auto failed = [&reason] {
+  struct stat old = {};
+  if (::stat(path.c_str(), &old) == 0 && !S_ISREG(old.st_mode)) {
+    Descriptor device(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+    if (device.IsOpen() && WriteAll(device.Number(), bytes) && device.Close())
+      return true;
     reason = ErrorText(errno);
     return false;
-  };
-  const std::optional<std::string> followed = Followed(path);
-  if (!followed)
-    return failed();
-  const std::string &target = *followed;
-  struct stat old = {};
-  const bool exists = ::stat(target.c_str(), &old) == 0;
-  if (exists && !S_ISREG(old.st_mode)) {
-    Descriptor device(::open(target.c_str(), O_WRONLY | O_CLOEXEC));
-    return device.IsOpen() && WriteAll(device.Number(), bytes) && device.Close() ? true : failed();
   }
-
-  std::string aside;
-  // Nobody else sees bytes that he could not see in the old file.
-  Descriptor file(MakeFileAside(FolderOf(target), exists ? 0600 : 0666, aside));
-  if (!file.IsOpen())
-    return failed();
-  const bool replaced = MayTake(FileStep::Write) && WriteAll(file.Number(), bytes) &&
-                        (!exists || TakeOver(file.Number(), old)) && MayTake(FileStep::Flush) &&
-                        ::fsync(file.Number()) == 0 && file.Close() && MayTake(FileStep::Rename) &&
-                        ::rename(aside.c_str(), target.c_str()) == 0;
-  if (!replaced) {
-    failed();
-    ::unlink(aside.c_str());
-    return false;
-  }
-  return MayTake(FileStep::FlushFolder) && FlushFolder(FolderOf(target)) ? true : failed();
+  auto file = ReplacementFile::Create(path, reason);
+  const std::span content(reinterpret_cast<const std::uint8_t *>(bytes.data()), bytes.size());
+  return file && file->WriteAt(0, content, reason) && file->Commit(reason);
 }
 
 } // namespace ZelUtl

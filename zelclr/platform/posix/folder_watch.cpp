@@ -8,7 +8,10 @@
 #include <sys/inotify.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <map>
 #include <set>
@@ -21,12 +24,21 @@ namespace ZelUtl {
 namespace {
 
 constexpr int kSettleMilliseconds = 100;
+constexpr std::chrono::seconds kMostWait(1); // changes that never settle are told all the same
 constexpr std::uint32_t kChanges =
   IN_CLOSE_WRITE | IN_CREATE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE | IN_MOVE_SELF | IN_ONLYDIR;
 
-bool HasInput(pollfd (&channels)[2], int timeout)
+/// Within that time, or, when it is negative, however long it takes. Signals that come to this thread end no wait.
+bool HasInput(pollfd (&channels)[2], int milliseconds)
 {
-  return ::poll(channels, 2, timeout) > 0;
+  using Clock = std::chrono::steady_clock;
+  const auto latest = Clock::now() + std::chrono::milliseconds(milliseconds);
+  int count = ::poll(channels, 2, milliseconds);
+  while (count < 0 && errno == EINTR) {
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(latest - Clock::now()).count();
+    count = ::poll(channels, 2, milliseconds < 0 ? -1 : std::max(static_cast<int>(left), 0));
+  }
+  return count > 0;
 }
 
 } // namespace
@@ -142,7 +154,9 @@ void FolderWatch::State::Run()
   pollfd channels[] = {{events, POLLIN, 0}, {stop, POLLIN, 0}};
   while (HasInput(channels, -1) && channels[1].revents == 0) {
     std::set<std::string> changed = TakeChanges();
-    while (HasInput(channels, kSettleMilliseconds) && channels[1].revents == 0)
+    const auto latest = std::chrono::steady_clock::now() + kMostWait;
+    while (std::chrono::steady_clock::now() < latest && HasInput(channels, kSettleMilliseconds) &&
+           channels[1].revents == 0)
       changed.merge(TakeChanges());
     for (const std::string &folder : changed) {
       if (channels[1].revents == 0)

@@ -14,6 +14,12 @@ bool StandardOutputIsTerminal()
   return ::GetConsoleMode(::GetStdHandle(STD_OUTPUT_HANDLE), &mode) != 0;
 }
 
+bool StandardErrorIsTerminal()
+{
+  DWORD mode = 0;
+  return ::GetConsoleMode(::GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+}
+
 std::optional<std::string> EnvironmentVariable(const char *name)
 {
   const std::wstring wideName = WideFromUtf8(name);

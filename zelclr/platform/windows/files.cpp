@@ -1,13 +1,12 @@
 #include "zelclr/platform/files.h"
 
-#include "zelclr/platform/file_faults.h"
+#include "zelclr/platform/replacement_file.h"
 #include "zelclr/platform/text.h"
 
 // It makes a macro of a name of ours.
 #include <windows.h>
 #undef ReplaceFile
 
-#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <system_error>
@@ -76,48 +75,6 @@ std::optional<std::string> ReadToEnd(HANDLE handle, std::size_t most, std::strin
   }
 }
 
-bool WriteAll(HANDLE handle, std::string_view bytes)
-{
-  while (!bytes.empty()) {
-    DWORD count = 0;
-    const auto part = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), 1u << 20));
-    if (!::WriteFile(handle, bytes.data(), part, &count, nullptr))
-      return false;
-    bytes.remove_prefix(count);
-  }
-  return true;
-}
-
-/// A name beside the target that nobody has.
-std::wstring NameAside(const std::wstring &target, unsigned attempt)
-{
-  return target + L"." + std::to_wstring(::GetCurrentProcessId()) + L"." + std::to_wstring(::GetTickCount64()) + L"." +
-         std::to_wstring(attempt);
-}
-
-/// Where the links at the end of a path lead; the path itself when nothing stands there.
-std::wstring Followed(const std::wstring &path)
-{
-  constexpr DWORD kMostCharacters = 32768;
-  const File file(::CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-  if (!file.IsOpen() || ::GetFileType(file.Handle()) != FILE_TYPE_DISK)
-    return path;
-  std::wstring target(kMostCharacters, L'\0');
-  const DWORD length = ::GetFinalPathNameByHandleW(file.Handle(), target.data(), kMostCharacters, FILE_NAME_NORMALIZED);
-  target.resize(length < kMostCharacters ? length : 0);
-  return target.empty() ? path : target;
-}
-
-/// Whether a step may be taken; the system's last error says why not.
-bool MayTake(FileStep step)
-{
-  const int fault = FaultOfFileStep(step);
-  if (fault != 0)
-    ::SetLastError(static_cast<DWORD>(fault));
-  return fault == 0;
-}
-
 } // namespace
 
 std::optional<std::string> ReadFile(const std::string &path, std::size_t most, std::string &reason)
@@ -152,36 +109,9 @@ bool IsSameFile(const std::string &a, const std::string &b)
 
 bool ReplaceFile(const std::string &path, std::string_view bytes, std::string &reason)
 {
-  const std::wstring target = Followed(WideFromUtf8(path));
-  const auto failed = [&reason] {
-    reason = ErrorText(::GetLastError());
-    return false;
-  };
-  if (!MayTake(FileStep::Make))
-    return failed();
-  std::wstring aside;
-  HANDLE handle = INVALID_HANDLE_VALUE;
-  for (unsigned attempt = 0; attempt < 100 && handle == INVALID_HANDLE_VALUE; ++attempt) {
-    aside = NameAside(target, attempt);
-    handle = ::CreateFileW(aside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (handle == INVALID_HANDLE_VALUE && ::GetLastError() != ERROR_FILE_EXISTS)
-      break;
-  }
-  if (handle == INVALID_HANDLE_VALUE)
-    return failed();
-  File file(handle);
-  // A new file has the permissions that its folder hands down. The move writes the folder through to the disk.
-  const bool replaced =
-    MayTake(FileStep::Write) && WriteAll(file.Handle(), bytes) && MayTake(FileStep::Flush) &&
-    ::FlushFileBuffers(file.Handle()) && file.Close() && MayTake(FileStep::Rename) &&
-    ::MoveFileExW(aside.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
-  if (!replaced) {
-    failed();
-    file.Close();
-    ::DeleteFileW(aside.c_str());
-    return false;
-  }
-  return MayTake(FileStep::FlushFolder) ? true : failed();
+  auto file = ReplacementFile::Create(path, reason);
+  const std::span content(reinterpret_cast<const std::uint8_t *>(bytes.data()), bytes.size());
+  return file && file->WriteAt(0, content, reason) && file->Commit(reason);
 }
 
 } // namespace ZelUtl

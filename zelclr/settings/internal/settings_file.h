@@ -5,8 +5,9 @@
 // - A change reads the file again, alters its own elements only, and leaves what other applications and newer versions
 //   wrote.
 // - A file that cannot be understood is kept under another name before a new one takes its place.
-// - What another process has written is told from what this one wrote by the file's stamp, which is taken under the
-//   mutex. So the watch stays up while this process writes: there is no moment in which a change can slip by.
+// - What another process has written is told from what this one wrote by its bytes: a file's date does not tell changes
+//   within a tick of the clock apart. So the watch stays up while this process writes: there is no moment in which a
+//   change can slip by.
 //
 // Threads: Lock excludes threads, too; whatever says "locked" is for its holder. The mutex is taken before every other
 // lock. Errors: empty results and false.
@@ -14,7 +15,6 @@
 
 #include "zelclr/platform/folder_watch.h"
 #include "zelclr/platform/inter_process_mutex.h"
-#include "zelclr/platform/regular_file.h"
 #include "zelclr/platform/xml.h"
 
 #include <functional>
@@ -37,13 +37,15 @@ public:
   SettingsFile &operator=(const SettingsFile &) = delete;
 
   [[nodiscard]] std::unique_lock<ZelUtl::InterProcessMutex> Lock() { return std::unique_lock(mutex_); }
-  /// From now on, on the watch's own thread, whenever something changes in the folder of the user's file.
-  void Watch(std::function<void()> onChange);
+  /// From now on, on the watch's own thread, whenever something changes in the folder of the user's file. False where
+  /// the system has no watch.
+  bool Watch(std::function<void()> onChange);
 
   // --- Locked -------------------------------------------------------------------------------------------------------
 
   bool HasUserFile() const;
-  /// Whether the user's file is another than the one that this process read or wrote last.
+  /// Whether the user's file is another than the one that this process read or wrote last; false when it cannot be
+  /// read.
   bool HasForeignChange() const;
   enum class Source
   {
@@ -55,8 +57,10 @@ public:
   /// The user's file, else the factory's.
   std::pair<Source, ZelUtl::WXmlNode> Load();
   /// Alters the user's file. One that is missing or damaged is begun anew: from the factory's file, by `begin`.
-  /// False, with the file as it was, when either edit fails or the file cannot be written.
+  /// False, with the file as it was, when either edit fails or the file cannot be written. A foreign change stays one.
   bool Change(const Edit &edit, const Edit &begin);
+  /// Why the last Change failed, in English; empty when it did not.
+  const std::string &Failure() const { return failure_; }
 
 private:
   std::optional<ZelUtl::WXmlDoc> Parsed(const std::string &bytes) const;
@@ -66,7 +70,8 @@ private:
   const std::string factoryPath_;
   const std::string root_;
   ZelUtl::InterProcessMutex mutex_;
-  std::optional<ZelUtl::FileStamp> known_; // under the mutex
+  std::optional<std::string> known_; // the bytes of the user's file; under the mutex
+  std::string failure_;              // under the mutex
   std::optional<ZelUtl::FolderWatch> watch_;
 };
 

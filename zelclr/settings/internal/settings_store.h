@@ -9,10 +9,12 @@
 // Errors: false and null, and what SettingsForm::builtIn throws.
 #pragma once
 
+#include "zelclr/colorsystem/color_system_error.h"
 #include "zelclr/platform/application.h"
 #include "zelclr/platform/thread_lock.h"
 #include "zelclr/settings/internal/settings_file.h"
 
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <string>
@@ -33,8 +35,9 @@ struct SettingsForm
   const char *mutex;
   std::string (*userPath)();
   std::string (*factoryPath)();
-  /// One element under a parent; read is all or nothing to the caller.
-  bool (*read)(Settings &settings, const ZelUtl::WXmlNode &parent, std::wstring_view id);
+  /// Of an element, false for an empty one; what a failed reading leaves in the settings does not matter.
+  bool (*read)(Settings &settings, const ZelUtl::WXmlNode &element);
+  /// As an element of that id under a parent.
   bool (*write)(const Settings &settings, const ZelUtl::WXmlNode &parent, std::wstring_view id);
   /// What is in force where the file does not say, and where there is no file.
   std::shared_ptr<Settings> (*standard)(const Presets &presets);
@@ -57,16 +60,14 @@ public:
     : form_(form),
       file_(form.userPath(), form.factoryPath(), form.root, form.mutex)
   {
-    {
-      const auto bracket = file_.Lock();
-      if (!Read()) // of a damaged file nothing comes into force, and something must be
-        PutInForce(*form_.builtIn(), true);
-      if (!ZelUtl::IsConfigurationInitialized())
-        return;
-      if (!file_.HasUserFile())
-        file_.Change([](auto) { return true; }, [this](auto root) { return WriteAll(root); });
-    }
-    file_.Watch([this] { OnFolderChange(); });
+    const auto bracket = file_.Lock();
+    const bool configured = ZelUtl::IsConfigurationInitialized();
+    if (configured) // before the first look: no change can slip by between
+      watched_ = file_.Watch([this] { OnFolderChange(); });
+    if (!Read()) // of a damaged file nothing comes into force, and something must be
+      PutInForce(*form_.builtIn(), true);
+    if (configured && !file_.HasUserFile())
+      file_.Change([](auto) { return true; }, [this](auto root) { return WriteAll(root); });
   }
 
   const Settings &Application() const { return application_; }
@@ -117,6 +118,33 @@ public:
     Save([&](const ZelUtl::WXmlNode &root) { return WritePreset(root, *copy); });
     return true;
   }
+  /// All of them in one change of the file, or none: false where it cannot be written, and where a preset of such a
+  /// name is there that is not to be replaced, which `taken` names then.
+  bool AddAll(const std::vector<std::shared_ptr<Settings>> &all, bool replace, std::wstring &taken)
+  {
+    const auto bracket = file_.Lock();
+    if (file_.HasForeignChange())
+      Read();
+    const Presets before = CopyOfPresets();
+    Presets added;
+    for (const auto &settings : all) {
+      taken = settings->GetName();
+      if (!replace && before.contains(taken))
+        return false;
+      added[taken] = std::make_shared<Settings>(*settings);
+      added[taken]->SetFactory(false);
+    }
+    taken.clear();
+    Presets after = added;
+    after.insert(before.begin(), before.end());
+    SetPresets(after);
+    const bool saved = Save([&](const ZelUtl::WXmlNode &root) {
+      return std::all_of(added.begin(), added.end(), [&](const auto &row) { return WritePreset(root, *row.second); });
+    });
+    if (!saved)
+      SetPresets(before);
+    return saved;
+  }
   bool Remove(const std::wstring &name)
   {
     const auto bracket = file_.Lock();
@@ -127,10 +155,16 @@ public:
     }
     Save([&](const ZelUtl::WXmlNode &root) {
       ZelUtl::WXmlValueAccessor list(ListOf(root, ZelUtl::GetApplicationName()));
-      list.Remove(form_.element, name);
+      while (list.Remove(form_.element, name)) {
+      }
       return true;
     });
     return removed;
+  }
+  std::string WriteFailure()
+  {
+    const auto bracket = file_.Lock();
+    return file_.Failure();
   }
   void Reload()
   {
@@ -145,6 +179,12 @@ private:
     return presets_;
   }
 
+  void SetPresets(const Presets &presets)
+  {
+    const ZelUtl::WriteLock guard(lock_);
+    presets_ = presets;
+  }
+
   void PutInForce(const Settings &settings, bool fromDefaults)
   {
     const ZelUtl::WriteLock guard(lock_);
@@ -156,13 +196,14 @@ private:
   void OnFolderChange()
   {
     bool changed = false;
-    {
+    try {
       const auto bracket = file_.Lock();
       if (!file_.HasForeignChange())
         return;
       const Settings before(application_);
       Read();
       changed = before != application_;
+    } catch (const ColorSystemError &) { // nobody to tell on this thread; what is in force stays
     }
     if (changed)
       form_.onForeignApplication();
@@ -194,13 +235,22 @@ private:
     return true;
   }
 
+  /// Without the profiles that fill gaps, what has gaps is not read completely.
+  bool IsRead(Settings &settings, const ZelUtl::WXmlNode &element) const
+  {
+    try {
+      return form_.read(settings, element);
+    } catch (const ColorSystemError &) {
+      return false;
+    }
+  }
+
   void ReadList(const ZelUtl::WXmlNode &root, const std::wstring &id, bool factory, Presets &presets) const
   {
     const ZelUtl::WXmlNode list = ZelUtl::WXmlValueAccessor(root).Find(form_.presets, id);
     for (auto element = list.FirstChild(form_.element); element; element = element.Next(form_.element)) {
       auto settings = std::make_shared<Settings>();
-      const auto name = element.Attribute("id");
-      if (!name || !form_.read(*settings, list, *name))
+      if (!element.Attribute("id") || !IsRead(*settings, element))
         continue;
       settings->SetFactory(factory);
       presets[settings->GetName()] = settings;
@@ -209,10 +259,10 @@ private:
 
   void ReadDefaults(const ZelUtl::WXmlNode &root, const Presets &presets)
   {
-    const ZelUtl::WXmlNode defaults = ZelUtl::WXmlValueAccessor(root).Find(form_.defaults);
+    const ZelUtl::WXmlValueAccessor defaults(ZelUtl::WXmlValueAccessor(root).Find(form_.defaults));
     for (const bool factory : {false, true}) {
       Settings settings;
-      if (form_.read(settings, defaults, factory ? L"Factory" : ZelUtl::GetApplicationName())) {
+      if (IsRead(settings, defaults.Find(form_.element, factory ? L"Factory" : ZelUtl::GetApplicationName()))) {
         settings.SetFactory(factory);
         return PutInForce(settings, factory);
       }
@@ -227,9 +277,12 @@ private:
   {
     if (!file_.HasUserFile())
       return false;
-    const bool foreign = file_.HasForeignChange();
-    const bool saved = file_.Change(edit, [this](const ZelUtl::WXmlNode &root) { return WriteAll(root); });
-    if (saved && foreign) // what another process wrote is read together with what this one did
+    bool begun = false;
+    const bool saved = file_.Change(edit, [&](const ZelUtl::WXmlNode &root) {
+      begun = true; // with the factory's presets
+      return WritePresets(root) && (IsFromDefaults() || WriteDefaults(root));
+    });
+    if (saved && (begun || (!watched_ && file_.HasForeignChange()))) // the watch reads what others wrote
       Read();
     return saved;
   }
@@ -248,17 +301,19 @@ private:
     const std::wstring id = application_.IsFactory() ? L"Factory" : ZelUtl::GetApplicationName();
     return form_.write(application_, ZelUtl::WXmlValueAccessor(root).FindOrCreate(form_.defaults), id);
   }
-  bool WriteAll(const ZelUtl::WXmlNode &root) const
+  bool WritePresets(const ZelUtl::WXmlNode &root) const
   {
     bool written = true;
     for (const auto &[name, preset] : CopyOfPresets())
       written = WritePreset(root, *preset) && written;
-    return WriteDefaults(root) && written;
+    return written;
   }
+  bool WriteAll(const ZelUtl::WXmlNode &root) const { return WritePresets(root) && WriteDefaults(root); }
 
   const Form form_;
   ZelUtl::ThreadLock lock_;
   Settings application_; // its own lock guards it; it is replaced as a whole under lock_
+  bool watched_ = false; // since construction
   bool fromDefaults_ ZELCLR_GUARDED_BY(lock_) = false;
   Presets presets_ ZELCLR_GUARDED_BY(lock_);
   Internal::SettingsFile file_; // last: its watch ends first

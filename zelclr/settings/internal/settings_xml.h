@@ -1,6 +1,7 @@
 // Settings and what they are made of, as XML elements.
 //
-// An element is found by its name, or by its name and its attribute `id`. Values that are missing keep what stands in
+// An element is found by its name, or by its name and its attribute `id`; settings are read from the element itself,
+// since a list may hold several of one id. Values that are missing keep what stands in
 // the object; names that are unknown, numbers that are none and missing inner elements make a reading fail. Writing
 // takes the place of an element of that name and id.
 //
@@ -30,11 +31,11 @@ std::shared_ptr<Color> ReadColor(const ZelUtl::WXmlNode &parent, XmlId id = {});
 
 /// A failed reading has set what it could, but no policy after the first failure.
 bool WriteColorSettings(const ColorSettings &settings, const ZelUtl::WXmlNode &parent, XmlId id = {});
-bool ReadColorSettings(ColorSettings &settings, const ZelUtl::WXmlNode &parent, XmlId id = {});
+bool ReadColorSettings(ColorSettings &settings, const ZelUtl::WXmlNode &element);
 
 /// A failed reading leaves the settings as they were.
 bool WriteProofColorSettings(const ProofColorSettings &settings, const ZelUtl::WXmlNode &parent, XmlId id = {});
-bool ReadProofColorSettings(ProofColorSettings &settings, const ZelUtl::WXmlNode &parent, XmlId id = {});
+bool ReadProofColorSettings(ProofColorSettings &settings, const ZelUtl::WXmlNode &element);
 
 /// The text of an inner element as one of the names of a table: `fromName(std::string_view)` gives the value, if any.
 template <class Value>
