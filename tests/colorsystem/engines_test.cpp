@@ -145,13 +145,36 @@ TEST(UsageCountedItemCache, RandomUseFollowsAList)
       cache.Add(key, step);
       if (entry != model.end())
         model.erase(entry);
-      else if (model.size() == 5)
+      else if (model.size() == 5) {
         model.erase(
           std::min_element(model.begin(), model.end(), [](const Entry &a, const Entry &b) { return a.uses < b.uses; }));
+        for (Entry &other : model)
+          other.uses /= 2;
+      }
       model.push_back({key, step, 1});
     }
     ASSERT_EQ(cache.GetCount(), model.size());
   }
+}
+
+TEST(UsageCountedItemCache, MakesRoomForNewcomers)
+{
+  UsageCountedItemCache<int, int, 5> cache;
+  for (int key = 0; key < 5; ++key) {
+    cache.Add(key, key);
+    for (int use = 0; use < 1000000; ++use)
+      cache.Find(key);
+  }
+  int missed = 0;
+  for (int round = 0; round < 1000; ++round) {
+    for (const int key : {10, 11}) {
+      if (!cache.Find(key)) {
+        ++missed;
+        cache.Add(key, key);
+      }
+    }
+  }
+  EXPECT_LT(missed, 30);
 }
 
 std::vector<TransformOptions> DifferingOptions(const TransformOptions &options)

@@ -1,7 +1,9 @@
 // The engine against two other programs: tests/data/golden/README.md says how the values were made.
+#include "zelclr/colorsystem/color_converter.h"
 #include "zelclr/colorsystem/color_profile_manager.h"
 #include "zelclr/colorsystem/engines/color_management_system.h"
 #include "zelclr/convert/formulas/srgb_lab.h"
+#include "zelclr/convert/w_clr_convert.h"
 
 #include <gtest/gtest.h>
 
@@ -125,6 +127,57 @@ TEST(GoldenPress, ScreenColoursAgreeWithBothPrograms)
   }
   EXPECT_GT(rows, 1000u);
   EXPECT_LT(argyll / static_cast<double>(rows), 0.02);
+}
+
+/// Inks, or light on its own scale, as a record of 8 bits has them.
+CLR_COLORSPEC RecordOf(const Channels &c)
+{
+  const auto byte = [&c](std::size_t i) { return static_cast<std::uint8_t>(std::lround(c[i] * 255.0)); };
+  return c.size() == 3 ? CLR_COLORSPEC::MakeRGB(byte(0), byte(1), byte(2))
+                       : CLR_COLORSPEC::MakeCMYK255(byte(0), byte(1), byte(2), byte(3));
+}
+
+Channels ChannelsOf(const CLR_COLORSPEC &record)
+{
+  const auto channel = [&record](std::size_t i) { return record.GetComponent<std::uint8_t>(i) / 255.0; };
+  return record.IsCMYK() ? Channels{channel(0), channel(1), channel(2), channel(3)}
+                         : Channels{channel(2), channel(1), channel(0)};
+}
+
+// Half a step of the record, and what the programs differ by.
+TEST(GoldenPress, RecordsAndPixelsAgreeWithThem)
+{
+  constexpr double kHalfStep = 0.5 / 255 + 0.0006;
+  std::size_t rows = 0;
+  for (const Row &row : GoldenRows()) {
+    const auto context = [&row](const std::string &name) {
+      const auto profile =
+        ColorProfileManager::GetInstance().GetColorProfile(std::wstring(name.begin(), name.end()).c_str());
+      return ColorContext(*profile, static_cast<RenderingIntent>(row.intent));
+    };
+    ColorContext from = context(row.source), to = context(row.destination);
+    const CLR_COLORSPEC record = RecordOf(row.in);
+    if (WorstInk(ChannelsOf(record), row.in) > 1e-5) // not of 8 bits
+      continue;
+    ++rows;
+    const unsigned type = RecordOf(row.littleCms).GetType();
+    CLR_COLORSPEC converted;
+    ASSERT_TRUE(WClrConvert::ConvertColorSpec(&converted, type, to, &record, from));
+    ASSERT_EQ(converted.GetType(), type);
+    EXPECT_LT(WorstInk(ChannelsOf(converted), row.littleCms), kHalfStep) << row.destination << ' ' << row.intent;
+
+    const auto in = CreateColorData({from.GetBlendingColorModel(), SampleType::UInt16}, 1, 1);
+    const auto out = CreateColorData({to.GetBlendingColorModel(), SampleType::UInt16}, 1, 1);
+    for (unsigned i = 0; i < row.in.size(); ++i)
+      in->SetSample(0, 0, i, static_cast<float>(row.in[i]));
+    ASSERT_TRUE(ColorConverter(from, to).ConvertColorData(*in, *out));
+    Channels pixel;
+    for (unsigned i = 0; i < row.littleCms.size(); ++i)
+      pixel.push_back(out->GetSample(0, 0, i));
+    EXPECT_LT(WorstInk(pixel, row.littleCms), 0.0006) << row.destination << ' ' << row.intent;
+    EXPECT_LE(WorstInk(ChannelsOf(converted), pixel), 0.5001 / 255) << row.destination << ' ' << row.intent;
+  }
+  EXPECT_GT(rows, 1500u);
 }
 
 } // namespace

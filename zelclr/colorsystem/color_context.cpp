@@ -1,6 +1,8 @@
 #include "zelclr/colorsystem/color_context.h"
 
 #include "zelclr/colorsystem/color_profile_manager.h"
+#include "zelclr/platform/display_profile.h"
+#include "zelclr/platform/text.h"
 
 #include <algorithm>
 
@@ -154,6 +156,18 @@ void ColorContext::SetRenderingIntent(RenderingIntent intent)
 {
   const WriteLock guard(lock_);
   intent_ = intent;
+}
+
+ColorContext ColorContext::GetDisplayColorContextImp()
+{
+  auto &profiles = ColorProfileManager::GetInstance();
+  const std::wstring path = ZelUtl::WideFromUtf8(ZelUtl::PathOfDisplayProfile());
+  auto display = path.empty() ? nullptr : profiles.GetColorProfile(path.c_str());
+  if (display == nullptr || display->GetColorModel() != ColorModel::Rgb)
+    display = GetApplicationDefaultColorContext().GetColorProfile(ColorModel::Rgb);
+  if (display == nullptr)
+    display = profiles.GetColorProfile(L"sRGB-Placeholder!");
+  return display == nullptr ? ColorContext() : ColorContext(*display, RenderingIntent::RelativeColorimetric);
 }
 
 } // namespace ColorSystem

@@ -64,6 +64,11 @@ public:
 
   /// The context of the application's current colour settings: defined in settings/application_settings.cpp.
   static ColorContext GetApplicationDefaultColorContext();
+  /// The context of the active document, else the application's: defined there, too.
+  static ColorContext GetActiveColorContext();
+  /// The profile of the display where the system tells one (platform/display_profile.h), else the application's RGB
+  /// profile; relative colorimetric.
+  static ColorContext GetDisplayColorContextImp();
 
 private:
   std::shared_ptr<ColorProfile> GetColorProfileNoLock(const ColorModel &model) const ZELCLR_REQUIRES_SHARED(lock_);

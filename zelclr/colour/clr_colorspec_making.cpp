@@ -11,11 +11,6 @@ void CLR_COLORSPEC::MakeCOLORREF(CLR_COLORSPEC &colour, COLORREF value)
   MakeRGB(colour, static_cast<Byte>(value), static_cast<Byte>(value >> 8), static_cast<Byte>(value >> 16));
 }
 
-void CLR_COLORSPEC::MakeFromRGB(CLR_COLORSPEC &colour, Byte red, Byte green, Byte blue)
-{
-  MakeRGB(colour, red, green, blue);
-}
-
 void CLR_COLORSPEC::MakeCMY(CLR_COLORSPEC &colour, Byte cyan, Byte magenta, Byte yellow)
 {
   colour.Begin(Model::Cmy255);

@@ -159,15 +159,3 @@ bool WClrConvert::CopyOrRelabel(Colour *destination, unsigned model, const Colou
   return true;
 }
 
-bool WClrConvert::ConvertColorSpec(Colour *destination, unsigned model, const Colour *source,
-                                   ColorSystem::ColorContext & /*context*/)
-{
-  return CopyOrRelabel(destination, model, source);
-}
-
-bool WClrConvert::ConvertColorSpec(Colour *destination, unsigned model,
-                                   ColorSystem::ColorContext & /*destinationContext*/, const Colour *source,
-                                   ColorSystem::ColorContext & /*sourceContext*/)
-{
-  return CopyOrRelabel(destination, model, source);
-}

@@ -223,9 +223,10 @@ public:
   /// on it. Targets 1, 13, 20, 21 and 22 are never done here, not even from the same model.
   static bool CopyOrRelabel(CLR_COLORSPEC *destination, unsigned model, const CLR_COLORSPEC *source);
 
+  // Defined in colorsystem/managed_records.cpp.
+
   /// Brings a colour into another model: CopyOrRelabel, and every genuine change through the colour-managed converter
-  /// of the context. False, with the destination untouched, when that fails; as long as there are no converters, every
-  /// genuine change does.
+  /// of the context. False, with the destination untouched, when that fails.
   static bool ConvertColorSpec(CLR_COLORSPEC *destination, unsigned model, const CLR_COLORSPEC *source,
                                ColorSystem::ColorContext &context);
   /// The same between two contexts.

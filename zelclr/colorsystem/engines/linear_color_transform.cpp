@@ -6,12 +6,22 @@
 
 namespace ColorSystem {
 
+namespace {
+
+/// Xyz stays inside the library: formulas there are, transforms none.
+bool Leads(ColorModel from, ColorModel to)
+{
+  return HasFormula(from, to) && from != ColorModel::Xyz && to != ColorModel::Xyz;
+}
+
+} // namespace
+
 std::shared_ptr<ColorTransform> LinearColorTransform::Create(const ColorProfile &source,
                                                              const ColorProfile &destination,
                                                              const TransformOptions &options)
 {
   const ColorModel between = ColorProfile(destination).GetColorModel();
-  if (!HasFormula(options.source.model, between) || !HasFormula(between, options.destination.model))
+  if (!Leads(options.source.model, between) || !Leads(between, options.destination.model))
     return IcmColorTransform::Create(source, destination, options);
   return std::shared_ptr<ColorTransform>(new LinearColorTransform(options, between, false));
 }
@@ -21,7 +31,7 @@ std::shared_ptr<ColorTransform> LinearColorTransform::CreateProof(const ColorPro
                                                                   const TransformOptions &options)
 {
   const ColorModel between = ColorProfile(proof).GetColorModel();
-  if (!HasFormula(options.source.model, between) || !HasFormula(between, options.destination.model))
+  if (!Leads(options.source.model, between) || !Leads(between, options.destination.model))
     return IcmColorTransform::CreateProof(source, proof, display, options);
   return std::shared_ptr<ColorTransform>(new LinearColorTransform(options, between, display == nullptr));
 }

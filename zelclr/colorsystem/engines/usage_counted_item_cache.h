@@ -14,7 +14,9 @@
 
 namespace ColorSystem {
 
-/// At most `kMost` items. When one more comes, the least used goes, of several such the one that came first.
+/// At most `kMost` items. When one more comes, the least used goes, of several such the one that came first. With every
+/// twentieth part of `kMost` that has gone, all uses count half: what was used much once makes room, and newcomers do
+/// not drive out each other for ever.
 template <class Key, class Item, std::size_t kMost, class Hash = std::hash<Key>>
 class UsageCountedItemCache
 {
@@ -45,6 +47,10 @@ public:
       }
       gone = std::move(least->second.item);
       entries_.erase(least);
+      if (++gone_ % kHalvedAfter == 0) {
+        for (auto &[other, entry] : entries_)
+          entry.uses.store(entry.uses.load(std::memory_order_relaxed) / 2, std::memory_order_relaxed);
+      }
     }
     entries_.try_emplace(key, std::move(item), ++count_);
   }
@@ -61,6 +67,8 @@ public:
   }
 
 private:
+  static constexpr std::size_t kHalvedAfter = kMost < 20 ? 1 : kMost / 20;
+
   struct Entry
   {
     Entry(Item entryItem, std::uint64_t entryNumber) : item(std::move(entryItem)), number(entryNumber) {}
@@ -74,6 +82,7 @@ private:
   ZelUtl::ThreadLock lock_;
   std::unordered_map<Key, Entry, Hash> entries_ ZELCLR_GUARDED_BY(lock_);
   std::uint64_t count_ ZELCLR_GUARDED_BY(lock_) = 0;
+  std::uint64_t gone_ ZELCLR_GUARDED_BY(lock_) = 0;
 };
 
 } // namespace ColorSystem

@@ -27,24 +27,37 @@ inline double SrgbFromLinear(double linear)
 
 inline constexpr Xyz kD50White = {0.9642, 1.0, 0.8249};
 
-/// XYZ on D50, Y = 1 for white, of encoded sRGB components 0 to 1. The rows are the D65 primaries adapted to D50,
-/// scaled so that equal components are exactly neutral.
+/// Linear sRGB to XYZ on D50. The rows are the D65 primaries adapted to D50, scaled so that equal components are
+/// exactly neutral.
+inline constexpr double kXyzFromLinearSrgb[3][3] = {
+  {0.4360747, 0.3850649, 0.1430604}, {0.2225045, 0.7168786, 0.0606169}, {0.0139322, 0.0971045, 0.7138633}};
+/// The inverse, to ten digits, so that white comes back as white.
+inline constexpr double kLinearSrgbFromXyz[3][3] = {{3.1338499321, -1.6168462864, -0.4907404753},
+                                                    {-0.9787692256, 1.9161436613, 0.0334411760},
+                                                    {0.0719766267, -0.2290914049, 1.4058571239}};
+
+constexpr double RowTimes(const double (&row)[3], double x, double y, double z)
+{
+  return row[0] * x + row[1] * y + row[2] * z;
+}
+
+/// XYZ on D50, Y = 1 for white, of encoded sRGB components 0 to 1.
 inline Xyz XyzFromSrgb(double red, double green, double blue)
 {
   const double r = LinearFromSrgb(red);
   const double g = LinearFromSrgb(green);
   const double b = LinearFromSrgb(blue);
-  return {0.4360747 * r + 0.3850649 * g + 0.1430604 * b, 0.2225045 * r + 0.7168786 * g + 0.0606169 * b,
-          0.0139322 * r + 0.0971045 * g + 0.7138633 * b};
+  return {RowTimes(kXyzFromLinearSrgb[0], r, g, b), RowTimes(kXyzFromLinearSrgb[1], r, g, b),
+          RowTimes(kXyzFromLinearSrgb[2], r, g, b)};
 }
 
 /// Encoded sRGB components, cut off to 0 to 1, of XYZ on D50.
 inline RealRgb SrgbFromXyz(const Xyz &xyz)
 {
-  const auto encode = [](double linear) { return std::clamp(SrgbFromLinear(linear), 0.0, 1.0); };
-  return {encode(3.1338561 * xyz.x - 1.6168667 * xyz.y - 0.4906146 * xyz.z),
-          encode(-0.9787684 * xyz.x + 1.9161415 * xyz.y + 0.0334540 * xyz.z),
-          encode(0.0719453 * xyz.x - 0.2289914 * xyz.y + 1.4052427 * xyz.z)};
+  const auto encode = [&](const double(&row)[3]) {
+    return std::clamp(SrgbFromLinear(RowTimes(row, xyz.x, xyz.y, xyz.z)), 0.0, 1.0);
+  };
+  return {encode(kLinearSrgbFromXyz[0]), encode(kLinearSrgbFromXyz[1]), encode(kLinearSrgbFromXyz[2])};
 }
 
 /// Lab on D50: f(t) = cube root of t above (6/29)^3, else (841/108) t + 4/29.
