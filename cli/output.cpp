@@ -66,11 +66,35 @@ std::string Output::Faint(std::string_view text) const
   return DrawsColour() ? "\x1b[2m" + std::string(text) + "\x1b[0m" : std::string(text);
 }
 
-void PrintJson(std::string_view schema, const Json &content)
+namespace {
+
+/// Steers a terminal, turns the direction of what follows, or is no character.
+bool IsHarmful(char32_t c)
 {
-  Json document = {{"schema", schema}, {"schemaVersion", 1}};
+  return c < 0x20 || (c >= 0x7F && c < 0xA0) || (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069) ||
+         c == 0xFFFE || c == 0xFFFF;
+}
+
+} // namespace
+
+void PrintJson(std::string_view schema, const Json &content, int schemaVersion)
+{
+  Json document = {{"schema", schema}, {"schemaVersion", schemaVersion}};
   document.update(content);
-  const std::string text = document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+  std::string text;
+  const std::string plain = document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+  for (std::string_view rest = plain; !rest.empty();) {
+    const std::string_view before = rest;
+    const char32_t c = NextCharacter(rest);
+    // JSON itself escapes what is below a blank; the line ends left are its layout.
+    if (c != '\n' && IsHarmful(c)) {
+      char escaped[8];
+      std::snprintf(escaped, sizeof escaped, "\\u%04x", static_cast<unsigned>(c) & 0xFFFFu);
+      text += escaped;
+    } else {
+      text += before.substr(0, before.size() - rest.size());
+    }
+  }
   std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
@@ -124,8 +148,7 @@ std::string Harmless(std::string_view bytes)
   while (!utf8.empty()) {
     const std::string_view before = utf8;
     const char32_t c = NextCharacter(utf8);
-    const bool control = c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0xFFFE || c == 0xFFFF;
-    text += control ? std::string_view("\uFFFD") : before.substr(0, before.size() - utf8.size());
+    text += IsHarmful(c) ? std::string_view("\uFFFD") : before.substr(0, before.size() - utf8.size());
   }
   return text;
 }

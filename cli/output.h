@@ -37,7 +37,7 @@ struct Output
 };
 
 /// Writes one JSON document with the schema's name and version in front.
-void PrintJson(std::string_view schema, const Json &content);
+void PrintJson(std::string_view schema, const Json &content, int schemaVersion = 1);
 
 /// "#ff8000"; empty for a colour without an appearance on screen.
 std::string HexFromColorSpec(const CLR_COLORSPEC &colour);
@@ -49,8 +49,8 @@ std::string OneDecimal(double number);
 std::size_t TextColumns(std::string_view utf8);
 /// The text cut off or filled up with blanks to a number of columns.
 std::string Fitted(std::string_view utf8, std::size_t columns);
-/// Text from outside without what would steer a terminal or break a page: control characters, bad UTF-8 and what is no
-/// character become U+FFFD.
+/// Text from outside without what would steer a terminal or break a page: control characters, those that turn the
+/// direction of writing, bad UTF-8 and what is no character become U+FFFD.
 std::string Harmless(std::string_view bytes);
 /// The same between the tags and in the attributes of HTML and XML.
 std::string Escaped(std::string_view bytes);
