@@ -158,4 +158,3 @@ bool WClrConvert::CopyOrRelabel(Colour *destination, unsigned model, const Colou
     destination->SetType(static_cast<std::uint16_t>(model));
   return true;
 }
-
