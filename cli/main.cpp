@@ -38,9 +38,12 @@ int RunTool(int argc, char **argv)
              "Exit status: 0 fine, 1 findings, 2 wrong use, 3 a file that cannot be read or written,\n"
              "4 something missing.");
   cli::AddConvert(app, output, exitCode);
+  cli::AddImage(app, output, exitCode);
   cli::AddInfo(app, output, exitCode);
   cli::AddProfile(app, output, exitCode);
+  cli::AddProof(app, output, exitCode);
   cli::AddReport(app, output, exitCode);
+  cli::AddSettings(app, output, exitCode);
 
   try {
     app.parse(argc, argv);

@@ -2,10 +2,12 @@
 
 #include "cli/colour_facts.h"
 #include "cli/command.h"
+#include "cli/profile/words.h"
 #include "cli/report/forms.h"
 #include "zelclr/platform/files.h"
 
 #include <cstdio>
+#include <map>
 #include <memory>
 
 namespace cli {
@@ -16,7 +18,7 @@ struct Arguments
 {
   std::string file;
   std::string page;
-  int inkLimit = 300;
+  PressOptions press;
 };
 
 /// "brand" of "examples/brand.gpl".
@@ -44,7 +46,7 @@ ExitCode MakeReport(const Arguments &arguments, const Output &output)
                                           (problem.line ? std::to_string(problem.line) + ": " : std::string(" ")) +
                                           Harmless(problem.reason));
   }
-  const Report report = Analyse(*palette, BareName(arguments.file), arguments.inkLimit);
+  const Report report = Analyse(*palette, BareName(arguments.file), arguments.press);
 
   if (arguments.page == "-") {
     const std::string page = PageOf(report);
@@ -55,7 +57,7 @@ ExitCode MakeReport(const Arguments &arguments, const Output &output)
       throw Failure(ExitCode::Unreadable, Harmless(arguments.page) + ": " + reason);
   }
   if (output.json)
-    PrintJson("zelclr.report", JsonOf(report));
+    PrintJson("zelclr.report", JsonOf(report), kReportSchemaVersion);
   else if (arguments.page != "-")
     std::fputs(TableOf(report, output).c_str(), stdout);
   return report.HasFindings() ? ExitCode::Findings : ExitCode::Fine;
@@ -73,10 +75,37 @@ void AddReport(CLI::App &app, Output &output, ExitCode &exitCode)
   command->add_option("-o,--output", arguments->page, "Write the report as an HTML page; - prints it")
     ->check([](const std::string &path) { return path.empty() ? "the name of the page is empty" : ""; })
     ->type_name("PAGE");
-  command->add_option("--ink-limit", arguments->inkLimit, "The most ink that the paper takes, in percent of one solid")
+  PressOptions &press = arguments->press;
+  command
+    ->add_option("--profile", press.profile,
+                 "The press: an installed CMYK profile by its file's name or its "
+                 "description, or any file; else the settings'")
+    ->check([](const std::string &name) { return name.empty() ? "the name of the profile is empty" : ""; })
+    ->type_name("PROFILE");
+  std::map<std::string, RenderingIntent> intents;
+  for (const IntentWords &row : kIntentWords)
+    intents.emplace(row.option, row.intent);
+  command->add_option("--intent", press.intent, "perceptual, relative, saturation or absolute; else the settings'")
+    ->transform(CLI::CheckedTransformer(intents, CLI::ignore_case).description(""))
+    ->type_name("INTENT");
+  command->add_flag_function(
+    "--preserve-black,!--no-preserve-black", [&press](std::int64_t times) { press.preserveBlack = times > 0; },
+    "Print pure black as black ink alone; else as the settings say");
+  command
+    ->add_option("--ink-limit", press.inkLimit,
+                 "The most ink that the paper takes, in percent of one solid; else the most that the profile builds")
     ->check(CLI::Range(1, 400))
-    ->capture_default_str()
     ->type_name("PERCENT");
+  command->footer(
+    "RGB and CMYK are read by the profiles of the settings in force (zelclr settings show). CMYK is so the numbers of\n"
+    "the press, and prints as it is, unless --profile names another press: then it is built anew. A spot colour whose\n"
+    "appearance is known is judged by it; without, it is an ink of its own. Builds are whole percents. A colour is "
+    "out\n"
+    "of gamut when it comes back from the press changed by a \u0394E2000 of more than 2.5; then, and where there is "
+    "too\n"
+    "much ink, the nearest colour that prints within the limit is searched. By the absolute intent the paper's white "
+    "is\n"
+    "simulated and measured, else the paper counts as white. Exit status 1: something will not print as it is.");
   command->callback([arguments, &output, &exitCode] { exitCode = MakeReport(*arguments, output); });
 }
 

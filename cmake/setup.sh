@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # What run, test and .ci/run share. They source it from the project's root; called by hand, it installs packages:
-# cmake/setup.sh build test ci benchmark
+# cmake/setup.sh build test ci browser benchmark
 # Progress goes to stderr. Whatever cannot go on ends the script with status 4 and one line that says why.
 
 declare -A package_groups=(
-  [build]="g++ cmake ninja-build ccache pkgconf libutfcpp-dev libhwy-dev libcli11-dev nlohmann-json3-dev liblcms2-dev libxml2-dev"
+  [build]="g++ cmake ninja-build ccache pkgconf libutfcpp-dev libhwy-dev libcli11-dev nlohmann-json3-dev liblcms2-dev libxml2-dev libpng-dev libjpeg-dev libtiff-dev"
   [test]="libgtest-dev libgmock-dev librapidcheck-dev"
   [ci]="clang-14 libclang-rt-14-dev llvm-14 clang-format-14"
+  [browser]="chromium python3"
   [benchmark]="libbenchmark-dev qtbase5-dev"
 )
 

@@ -1,21 +1,20 @@
-// The report's answers: for each colour of a palette its build in CMYK, what that becomes on paper, and how far that
-// is.
+// The report's answers: for each colour of a palette its build for the press, what that looks like on paper, how far
+// that is, and what comes nearest where it will not print.
 #pragma once
 
+#include "cli/report/press.h"
 #include "zelclr/palettes/formats/palette_reading.h"
 
-#include <array>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace cli {
 
-/// Whether a press can print the colour at all; from the best to the worst.
+/// Whether the press can print the colour at all.
 enum class Verdict
 {
   Prints,
-  Edge,
   Beyond,
   OwnInk,
   Unknown
@@ -28,44 +27,53 @@ struct VerdictWords
 };
 VerdictWords WordsOf(Verdict verdict);
 
-inline constexpr Verdict kVerdicts[] = {Verdict::Prints, Verdict::Edge, Verdict::Beyond, Verdict::OwnInk,
-                                        Verdict::Unknown};
+inline constexpr Verdict kVerdicts[] = {Verdict::Prints, Verdict::Beyond, Verdict::OwnInk, Verdict::Unknown};
 
-/// The CIEDE2000 from the press's nearest colour up to which a colour counts as printable, about the error of the press
-/// model, and up to which it counts as at the gamut's edge, about the model's greatest error.
-inline constexpr double kWithinGamut = 1.6;
-inline constexpr double kAtItsEdge = 4.6;
+/// A build and its print. Differences are rounded here, so that every form of the report says the same.
+struct Print
+{
+  Inks inks = {};
+  CLR_COLORSPEC paper;        ///< RGB255 of sRGB: what it looks like (Press::Look)
+  double difference = 0;      ///< the textbook's CIEDE2000 between the colour and its print, in tenths
+  double libraryDistance = 0; ///< Color::GetDistance, which stored thresholds are in, in thousandths
+
+  int Total() const { return TotalOf(inks); }
+};
 
 struct ReportRow
 {
   ZelClr::NamedColour source;
   Verdict verdict = Verdict::Unknown;
-  bool tooMuchInk = false;
 
   /// Whether the following are known: not for a colour that prints with an ink of its own or needs its palette.
-  bool HasBuild() const { return verdict != Verdict::OwnInk && verdict != Verdict::Unknown; }
-  double reach = 0;             ///< CIEDE2000 from the press's nearest colour
-  CLR_COLORSPEC screen;         ///< RGB255; of a CMYK colour, what it prints
-  std::array<int, 4> inks = {}; ///< the build: cyan, magenta, yellow, black in percent
-  int inkTotal = 0;             ///< in percent, up to 400
-  CLR_COLORSPEC paper;          ///< RGB255 of the printed build, relative to the paper
-  double difference = 0;        ///< CIEDE2000 between the colour, with the press's black, and the printed build
+  bool HasBuild() const { return verdict == Verdict::Prints || verdict == Verdict::Beyond; }
+  CLR_COLORSPEC screen; ///< RGB255 of sRGB
+  Print build;
+  bool tooMuchInk = false;
+  std::optional<Print> nearest; ///< where the build is beyond the press or has too much ink
 };
 
 struct Report
 {
   std::string name; ///< of the palette, or of its file
-  int inkLimit = 0;
+  Press press;
+  std::string rgbProfile; ///< by which its RGB is read
+  std::string cmykProfile;
   std::vector<ReportRow> rows;
 
   std::size_t Count(Verdict verdict) const;
   std::size_t CountTooMuchInk() const;
-  /// Whether any colour is beyond the press, exceeds the ink limit or cannot be known.
+  /// Those with either fault.
+  std::size_t CountWillNotPrint() const;
+  /// Whether any colour will not print or cannot be known.
   bool HasFindings() const;
 };
 
-/// The build is by formula: RGB's gray part goes to black whole. A colour that is CMYK already is its own build, and
-/// prints. The press, what it reaches and what a build becomes on its paper are formulas/coated_press.h.
-Report Analyse(const ZelClr::ReadPalette &palette, const std::string &fileName, int inkLimit);
+/// The palette's numbers are read by the profiles of the settings in force. So CMYK is the press's own numbers, and
+/// prints as it is, where the settings' CMYK profile is the press's; on another press it is built anew. A spot colour
+/// with a known appearance is judged by it, in the model that the settings choose for spot colours; without one it is
+/// its own ink. Builds are whole percents. What is in gamut the library says: ProofColorConverter::IsColorInGamut.
+/// Throws Failure where no profile or no engine is to be had.
+Report Analyse(const ZelClr::ReadPalette &palette, const std::string &fileName, const PressOptions &options);
 
 } // namespace cli

@@ -92,67 +92,6 @@ TEST_F(Tool, InfoStatesEveryReading)
   EXPECT_NE(spot.output.find("Without its palette"), std::string::npos);
 }
 
-TEST_F(Tool, ReportSaysTheSameInEveryForm)
-{
-  const std::string list = Write("list.txt", "#ffffff Paper <white> & \"co\"\n#00d68f Radar\n"
-                                             "CMYK100(90,90,90,90) Heavy\n"
-                                             "SPOT(1,100)@{00000000-0000-0000-0000-000000000001} Ink\n");
-  const auto result = Run("report " + list + " --json -o " + Path("page.html"));
-  EXPECT_EQ(result.exitCode, 1);
-  const auto json = nlohmann::json::parse(result.output);
-  EXPECT_EQ(json["build"], "formula");
-  EXPECT_EQ(json["summary"]["colours"], 4);
-  EXPECT_EQ(json["summary"]["tooMuchInk"], 1);
-  EXPECT_EQ(json["summary"]["own-ink"], 1);
-  EXPECT_EQ(json["colours"][0]["verdict"], "prints");
-  EXPECT_EQ(json["colours"][0]["buildDeltaE2000"], 0.0);
-  EXPECT_EQ(json["colours"][1]["cmyk"], nlohmann::json({100, 0, 33, 16}));
-  EXPECT_EQ(json["colours"][1]["verdict"], "beyond");
-  EXPECT_EQ(json["colours"][2]["verdict"], "prints") << "an ink build prints as itself";
-  EXPECT_EQ(json["colours"][2]["ink"], 360);
-
-  const std::string page = Read(Path("page.html"));
-  EXPECT_NE(page.find("Paper &lt;white&gt; &amp; &quot;co&quot;"), std::string::npos);
-  for (const auto &colour : json["colours"]) {
-    if (colour.contains("paper")) {
-      const std::string paper = colour["paper"];
-      EXPECT_NE(page.find("fill=\"" + paper + "\""), std::string::npos) << paper;
-    }
-  }
-  for (const char *outside : {"http:", "https:", "<script", "<link", "<img", "url("})
-    EXPECT_EQ(page.find(outside), std::string::npos) << outside;
-  const std::string table = Run("report " + list).output;
-  EXPECT_NE(table.find("4 colours: 2 can be printed, 1 beyond the press, 1 its own ink, 1 with too much ink\n"),
-            std::string::npos)
-    << table;
-}
-
-TEST_F(Tool, ReportWritesAllOrNothing)
-{
-  const std::string page = Write("page.html", "old");
-  EXPECT_EQ(Run("report " + Write("bad", "#12\n") + " -o " + page).exitCode, 3);
-  EXPECT_EQ(Read(page), "old");
-  EXPECT_EQ(Run("report " + Write("good", "#ffffff\n") + " -o " + Path("no/such/folder.html")).exitCode, 3);
-  fs::create_symlink(page, Path("link.html"));
-  EXPECT_EQ(Run("report " + Path("good") + " -o " + Path("link.html")).exitCode, 0);
-  EXPECT_TRUE(fs::is_symlink(Path("link.html")));
-  EXPECT_EQ(Read(page).substr(0, 15), "<!DOCTYPE html>");
-  for (const auto &entry : fs::directory_iterator(folder_))
-    EXPECT_EQ(entry.path().filename().string().find(".zelclr-"), std::string::npos) << "left beside it";
-  EXPECT_EQ(Run("report " + Path("good") + " -o -").output.substr(0, 15), "<!DOCTYPE html>");
-  // A link to nothing yet, and a name that leaves no room behind it.
-  fs::create_symlink("new.html", Path("early.html"));
-  EXPECT_EQ(Run("report " + Path("good") + " -o " + Path("early.html")).exitCode, 0);
-  EXPECT_TRUE(fs::is_symlink(Path("early.html")) && fs::is_regular_file(Path("new.html")));
-  EXPECT_EQ(Run("report " + Path("good") + " -o " + Path(std::string(255, 'n'))).exitCode, 0);
-  // Never over the palette itself, whatever it is called.
-  fs::create_symlink(Path("good"), Path("alias"));
-  EXPECT_EQ(Run("report " + Path("good") + " -o " + Path("alias")).exitCode, 2);
-  EXPECT_EQ(Read(Path("good")), "#ffffff\n");
-  EXPECT_EQ(Run("report " + Path("good") + " -o ''").exitCode, 2);
-  EXPECT_EQ(Run("report " + Path("good") + " -o - --json").exitCode, 2);
-}
-
 TEST_F(Tool, UnreadableInputIsSaidInOneLine)
 {
   for (const std::string &file : {Path("none"), folder_.string(), Write("nul", std::string("a\0b", 3))}) {

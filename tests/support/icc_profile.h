@@ -4,6 +4,7 @@
 #include "tests/support/temporary_folder.h"
 #include "zelclr/platform/bytes.h"
 
+#include <cmath>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -82,8 +83,7 @@ inline Bytes FixedTag(std::string_view type, const std::vector<double> &numbers)
 {
   Bytes tag = TagOfType(type);
   for (const double number : numbers)
-    AppendNumber(tag,
-                 static_cast<std::uint32_t>(static_cast<std::int32_t>(number * 65536.0 + (number < 0 ? -0.5 : 0.5))));
+    AppendNumber(tag, static_cast<std::uint32_t>(std::llround(number * 65536.0)));
   return tag;
 }
 
