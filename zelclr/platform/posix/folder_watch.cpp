@@ -66,6 +66,7 @@ struct FolderWatch::State
   void Run();
   std::set<std::string> TakeChanges();
   void Arm(std::set<std::string> &appeared) ZELCLR_REQUIRES(lock);
+  std::string ArmParent(const std::string &folder) ZELCLR_REQUIRES(lock);
   bool ArmTree(const std::string &root, const std::string &folder, int depth) ZELCLR_REQUIRES(lock);
 
   struct Root
@@ -100,21 +101,36 @@ bool FolderWatch::State::ArmTree(const std::string &root, const std::string &fol
   return true;
 }
 
+/// The nearest folder above that exists, watched for what appears in it; empty when there is none.
+std::string FolderWatch::State::ArmParent(const std::string &folder)
+{
+  for (std::string parent = FolderOfPath(folder), below = folder; !parent.empty() && parent != below;
+       below = std::exchange(parent, FolderOfPath(parent)))
+  {
+    const int number = ::inotify_add_watch(events, parent.c_str(), kChanges);
+    if (number < 0)
+      continue;
+    watched[number];
+    return parent;
+  }
+  return {};
+}
+
 /// Watches what is there of the roots now; of one that is missing, the nearest folder in which it may appear.
 void FolderWatch::State::Arm(std::set<std::string> &appeared)
 {
   for (auto &[folder, root] : roots) {
-    const bool present = ArmTree(folder, folder, root.depth);
+    bool present = ArmTree(folder, folder, root.depth);
+    // It may have appeared before its parent was watched: looked for again until no nearer parent has come meanwhile.
+    for (std::string parent, nearest; !present; parent = nearest) {
+      nearest = ArmParent(folder);
+      present = ArmTree(folder, folder, root.depth);
+      if (nearest == parent)
+        break;
+    }
     if (present && !root.present)
       appeared.insert(folder);
     root.present = present;
-    std::string parent = folder;
-    for (int number = present ? 0 : -1; number < 0 && !parent.empty();) {
-      parent = parent == FolderOfPath(parent) ? std::string() : FolderOfPath(parent);
-      number = parent.empty() ? -1 : ::inotify_add_watch(events, parent.c_str(), kChanges);
-      if (number >= 0)
-        watched[number];
-    }
   }
 }
 
