@@ -19,8 +19,8 @@ class ZELCLR_API GamutCheck
 {
 public:
   /// The CIEDE2000 between a colour and what comes back of it, beyond which it is out of gamut. The tables of a press
-  /// profile are true to its own colours within less (tests/colorsystem/gamut_check_test.cpp), and the eye forgives
-  /// that much between two prints.
+  /// profile are true to all but about one in a thousand of its own colours within less
+  /// (tests/colorsystem/gamut_check_test.cpp), and the eye forgives that much between two prints.
   static constexpr double kTolerance = 2.5;
 
   /// From the profile of the colours to that of the device.
