@@ -3,41 +3,19 @@
 
 #include "zelclr/colorsystem/color_converter.h"
 #include "zelclr/colorsystem/color_profile_manager.h"
+#include "zelclr/colorsystem/gamut_check.h"
 #include "zelclr/colour/colour_models.h"
 #include "zelclr/convert/w_clr_convert.h"
 #include "zelclr/platform/text.h"
 
+#include "benchmarks/allocations.h"
 #include <benchmark/benchmark.h>
 
 #define CMS_NO_REGISTER_KEYWORD // C++17 has none
 #include <lcms2.h>
 
-#include <cstdlib>
-#include <new>
 #include <random>
 #include <vector>
-
-namespace {
-
-std::size_t allocations = 0;
-
-} // namespace
-
-void *operator new(std::size_t size)
-{
-  ++allocations;
-  if (void *memory = std::malloc(size))
-    return memory;
-  throw std::bad_alloc();
-}
-void operator delete(void *memory) noexcept
-{
-  std::free(memory);
-}
-void operator delete(void *memory, std::size_t) noexcept
-{
-  std::free(memory);
-}
 
 namespace {
 
@@ -105,12 +83,11 @@ template <class Work>
 void EachColour(benchmark::State &state, Work work)
 {
   work(0); // what is made once
-  const std::size_t before = allocations;
+  const std::size_t before = AllocationsSoFar();
   std::size_t i = 0;
   for (auto _ : state)
     work(i = (i + 1) % kListed);
-  state.counters["allocations"] =
-    benchmark::Counter(static_cast<double>(allocations - before), benchmark::Counter::kAvgIterations);
+  StateAllocationsSince(before, state);
 }
 
 void Record_Bare(benchmark::State &state, cmsUInt32Number flags)
@@ -197,6 +174,25 @@ void Image_Bare(benchmark::State &state)
                              image.rgb->GetRowStride(), image.inks->GetRowStride(), 0, 0);
 }
 
+/// Pixels of which so many in a row are alike.
+void Gamut(benchmark::State &state)
+{
+  constexpr std::uint32_t kPixels = 256 * 256;
+  const auto alike = static_cast<std::uint32_t>(state.range(0));
+  const auto rgb = CreateColorData({ColorModel::Rgb, SampleType::UInt8}, kPixels, 1);
+  std::mt19937 random(1);
+  for (std::uint32_t i = 0; i < kPixels; ++i) {
+    for (unsigned channel = 0; channel < 3; ++channel)
+      *rgb->GetSampleAddress(0, i, channel) =
+        i % alike == 0 ? static_cast<std::uint8_t>(random()) : *rgb->GetSampleAddress(0, i - 1, channel);
+  }
+  const GamutCheck check(Document().GetRgbColorProfile(), Document().GetCmykColorProfile());
+  std::vector<float> distances(kPixels);
+  for (auto _ : state)
+    check.Distances(*rgb, distances);
+  state.SetItemsProcessed(state.iterations() * kPixels);
+}
+
 BENCHMARK_CAPTURE(Record_Bare, exact, cmsFLAGS_NOCACHE | cmsFLAGS_NOOPTIMIZE);
 BENCHMARK_CAPTURE(Record_Bare, default, 0);
 BENCHMARK(Record_Held);
@@ -206,5 +202,6 @@ BENCHMARK(List_Ours)->Unit(benchmark::kMicrosecond);
 BENCHMARK(List_Bare)->Unit(benchmark::kMicrosecond);
 BENCHMARK(Image_Ours)->Unit(benchmark::kMillisecond);
 BENCHMARK(Image_Bare)->Unit(benchmark::kMillisecond);
+BENCHMARK(Gamut)->Arg(1)->Arg(4)->Arg(1000)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -2,32 +2,8 @@
 
 #include "zelclr/convert/w_clr_convert.h"
 
+#include "benchmarks/allocations.h"
 #include <benchmark/benchmark.h>
-
-#include <cstdlib>
-#include <new>
-
-namespace {
-
-std::size_t allocations = 0;
-
-} // namespace
-
-void *operator new(std::size_t size)
-{
-  ++allocations;
-  if (void *memory = std::malloc(size))
-    return memory;
-  throw std::bad_alloc();
-}
-void operator delete(void *memory) noexcept
-{
-  std::free(memory);
-}
-void operator delete(void *memory, std::size_t) noexcept
-{
-  std::free(memory);
-}
 
 namespace {
 
@@ -39,11 +15,10 @@ const auto kReference = CLR_COLORSPEC::MakeReference(kRgb);
 template <class Work>
 void Measure(benchmark::State &state, Work work)
 {
-  const std::size_t before = allocations;
+  const std::size_t before = AllocationsSoFar();
   for (auto _ : state)
     work();
-  state.counters["allocations"] =
-    benchmark::Counter(static_cast<double>(allocations - before), benchmark::Counter::kAvgIterations);
+  StateAllocationsSince(before, state);
 }
 
 void Copy(benchmark::State &state)

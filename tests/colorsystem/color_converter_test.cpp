@@ -1,5 +1,5 @@
 // Converters of colours: by formula, between contexts, one by one, as lists and from many threads.
-#include "tests/colorsystem/support/profile_folders.h"
+#include "tests/settings/support/settings_folders.h"
 #include "tests/support/colours.h"
 #include "tests/support/sanitized.h"
 #include "zelclr/colorsystem/engines/color_management_system.h"
@@ -447,36 +447,81 @@ TEST_F(Converters, ComeFromTheFactoryOfATest)
 
 TEST_F(Converters, ServeManyThreads)
 {
-  ColorConverter converter(here, there);
-  converter.SetPreservePureBlack(true);
   ProofColorSettings settings;
   settings.SetEnvironmentToSimulate(fogra);
   settings.SetDisplayGamutWarning(true);
-  const ProofColorConverter proof(here, settings, Of(srgb));
-  const auto work = [&](unsigned seed) {
-    std::mt19937 random(seed);
+  struct Shared
+  {
+    ColorConverter converter;
+    ProofColorConverter proof;
+  };
+  const auto work = [](const Shared &shared) {
+    std::mt19937 random(1);
     std::vector<C> results;
     for (int i = 0; i < 200; ++i) {
       const auto byte = [&] { return static_cast<std::uint8_t>(random() % 4 * 85); };
       const C colour = C::MakeRGB(byte(), byte(), byte());
       for (const unsigned type : {ClrModel::Cmyk255, ClrModel::Gray255, ClrModel::Lab}) {
         results.emplace_back();
-        converter.Convert(colour, results.back(), type, 0);
+        shared.converter.Convert(colour, results.back(), type, 0);
       }
-      results.push_back(C::MakeCOLORREF(proof.ConvertToColorRef(colour, true)));
+      results.push_back(C::MakeCOLORREF(shared.proof.ConvertToColorRef(colour, true)));
     }
     return results;
   };
-  const auto expected = work(1);
+  const auto expected = work({{here, there}, {here, settings, Of(srgb)}});
+  const Shared fresh{{here, there}, {here, settings, Of(srgb)}};
   std::vector<std::vector<C>> results(6);
   std::vector<std::thread> threads;
   ColorManagementSystem::GetCurrent()->ClearTransformCache();
   for (auto &result : results)
-    threads.emplace_back([&] { result = work(1); });
+    threads.emplace_back([&] { result = work(fresh); });
   for (auto &thread : threads)
     thread.join();
   for (const auto &result : results)
     EXPECT_EQ(result, expected);
+}
+
+class HeldConverters : public tests::SettingsFolders
+{
+protected:
+  HeldConverters() { Restart(); } // other tests have left theirs
+};
+
+// What a converter has used before is used again only while it is still right.
+TEST_F(HeldConverters, FollowProfilesAndEnginesThatChange)
+{
+  const std::shared_ptr<ColorProfile> originals[] = {Shipped(L"sRGB_v4.icc"),
+                                                     Shipped(L"CompatibleWithAdobeRGB1998.icc")};
+  const auto swop = Shipped(L"USWebCoatedSWOP.icc");
+  const auto bytesOf = [](const ColorProfile &profile) {
+    return tests::ReadBytes(ZelUtl::Utf8FromWide(profile.GetPath()));
+  };
+  const auto path = ZelUtl::WideFromUtf8(folder.Write("changing.icc", bytesOf(*originals[0])));
+  const auto changing = Manager().CreateColorProfile(path, false);
+  const ColorConverter converter({*changing, RenderingIntent::RelativeColorimetric},
+                                 {*swop, RenderingIntent::RelativeColorimetric});
+  const C green = C::MakeRGB(40, 220, 90);
+  const auto converted = [&] {
+    C made;
+    EXPECT_TRUE(converter.Convert(green, made, ClrModel::Cmyk255, 0));
+    return made;
+  };
+  const C expected[] = {Bare(originals[0], swop, green), Bare(originals[1], swop, green)};
+  ASSERT_NE(expected[0], expected[1]);
+  for (std::size_t i = 0; i < 20; ++i) { // more often than a converter keeps transforms
+    EXPECT_EQ(converted(), expected[i % 2]) << i;
+    folder.Write("changing.icc", bytesOf(*originals[(i + 1) % 2]));
+    changing->UpdateFromDisk();
+  }
+  C byFormula;
+  ASSERT_TRUE(SimpleColorConverter(ColorContext()).Convert(green, byFormula, ClrModel::Cmyk255, 0));
+  ColorSettings settings(InForce());
+  for (const auto module : {ColorManagementModule::Linear, ColorManagementModule::LCMS}) {
+    settings.SetColorManagementModule(module);
+    ASSERT_TRUE(Settings().SetApplicationColorSettings(settings));
+    EXPECT_EQ(converted(), module == ColorManagementModule::Linear ? byFormula : expected[0]);
+  }
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "zelclr/colorsystem/engines/color_management_system.h"
 #include "zelclr/colorsystem/formula_pixels.h"
 #include "zelclr/colorsystem/gamut_check.h"
+#include "zelclr/colorsystem/internal/kept_transforms.h"
 #include "zelclr/colour/colour_models.h"
 #include "zelclr/convert/w_clr_color_device_n.h"
 
@@ -110,7 +111,7 @@ std::optional<ColorModel> ModelOf(unsigned type)
 
 } // namespace
 
-struct ColorConverter::HeldProfiles
+struct ColorConverter::Held
 {
   using ByModel = std::array<std::shared_ptr<ColorProfile>, 8>;
 
@@ -126,14 +127,15 @@ struct ColorConverter::HeldProfiles
 
   ByModel source, target;
   RenderingIntent intent; ///< of the target
+  mutable Internal::KeptTransforms transforms{};
 };
 
 ColorConverter::ColorConverter(const ColorContext &source, const ColorContext &target)
   : SimpleColorConverter(target),
     ownSource_(std::in_place, source),
     source_(&*ownSource_),
-    held_(new HeldProfiles{HeldProfiles::Of(*source_), HeldProfiles::Of(SimpleColorConverter::GetTargetColorContext()),
-                           target.GetRenderingIntent()})
+    held_(new Held{Held::Of(*source_), Held::Of(SimpleColorConverter::GetTargetColorContext()),
+                   target.GetRenderingIntent()})
 {}
 
 ColorConverter::ColorConverter(Borrowed borrowed, const ColorContext &source, const ColorContext &target)
@@ -161,10 +163,11 @@ const ColorContext &ColorConverter::GetTargetColorContext() const
 std::shared_ptr<ColorProfile> ColorConverter::ProfileFor(const ColorContext &context, ColorModel model) const
 {
   if (const auto i = static_cast<std::size_t>(model); held_ != nullptr && i < held_->source.size()) {
-    if (&context == source_ && held_->source[i] != nullptr)
-      return held_->source[i];
-    if (&context == &GetTargetColorContext() && held_->target[i] != nullptr)
-      return held_->target[i];
+    ColorProfile *const held = &context == source_                    ? held_->source[i].get()
+                               : &context == &GetTargetColorContext() ? held_->target[i].get()
+                                                                      : nullptr;
+    if (held != nullptr)
+      return {std::shared_ptr<ColorProfile>(), held}; // counts nothing
   }
   auto profile = context.GetColorProfile(model);
   return profile != nullptr ? profile : ColorContext::GetApplicationDefaultColorContext().GetColorProfile(model);
@@ -321,16 +324,23 @@ std::shared_ptr<ColorTransform> ColorConverter::CreateManagedTransform(const Col
   const auto engine = ColorManagementSystem::GetCurrent();
   if (profile == nullptr || engine == nullptr)
     return nullptr;
-  if (from.model == to.model && source == *profile) {
-    static const auto same = std::make_shared<SamePixels>();
-    return same;
-  }
   TransformOptions options;
   options.intent =
     held_ != nullptr && &target == &GetTargetColorContext() ? held_->intent : target.GetRenderingIntent();
   options.source = from;
   options.destination = to;
-  return engine->CreateTransform(source, *profile, options);
+  const auto make = [&]() -> std::shared_ptr<ColorTransform> {
+    if (from.model == to.model && source == *profile) {
+      static const auto same = std::make_shared<SamePixels>();
+      return same;
+    }
+    return engine->CreateTransform(source, *profile, options);
+  };
+  if (held_ == nullptr)
+    return make();
+  // The numbers are read before anything is made: what is made of a newer file is not found under them again.
+  const ColorTransformKey key{{source.GetContentNumber(), profile->GetContentNumber(), 0}, false, options};
+  return held_->transforms.FindOrMake({engine.get(), key}, make);
 }
 
 bool ColorConverter::Run(MakeTransform make, const ColorProfile &profile, const ColorData &source,

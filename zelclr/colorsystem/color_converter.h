@@ -81,7 +81,8 @@ protected:
   virtual bool GetShouldPreserveNumbers(const ColorModel &from, const ColorModel &to) const;
   virtual bool ConvertPreserveNumbers(const ColorData &source, ColorData &destination, const ColorModel &model) const;
 
-  /// The profile of a context, else the application's for that model; null when neither has one.
+  /// The profile of a context, else the application's for that model; null when neither has one. Use it no longer than
+  /// this converter: what it holds itself is not counted once more.
   std::shared_ptr<ColorProfile> ProfileFor(const ColorContext &context, ColorModel model) const;
   /// By the engine in force, from profile to profile.
   std::shared_ptr<ColorTransform> CreateManagedTransform(const ColorProfile &source, const ColorContext &target,
@@ -96,12 +97,13 @@ protected:
 private:
   bool ConvertManaged(const ColorData &source, ColorData &destination) const;
 
-  /// What the two contexts hold, by model, where they are copies that nobody changes: looked up without a lock.
-  struct HeldProfiles;
+  /// What the two contexts hold, by model, where they are copies that nobody changes, and the transforms that were made
+  /// from it: looked up without a lock.
+  struct Held;
 
   std::optional<ColorContext> ownSource_;
   const ColorContext *source_;
-  std::unique_ptr<const HeldProfiles> held_;
+  std::unique_ptr<const Held> held_;
   bool preservePureBlack_ = false;
   bool mapGrayscaleToBlackChannel_ = false;
   std::pair<bool, ColorModel> preserveNumbers_{false, ColorModel::Cmyk};

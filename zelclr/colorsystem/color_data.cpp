@@ -16,7 +16,7 @@ std::uint32_t CheckedStride(const PixelFormat &format, std::uint32_t width, std:
   if (used < row)
     throw ColorSystemError("ColorData: The row stride is too small");
   if (used > std::numeric_limits<std::uint32_t>::max() ||
-      (height != 0 && used > static_cast<std::uint64_t>(std::numeric_limits<std::ptrdiff_t>::max()) / height))
+      used * height > static_cast<std::uint64_t>(std::numeric_limits<std::ptrdiff_t>::max()))
     throw ColorSystemError("ColorData: The buffer is too large");
   return static_cast<std::uint32_t>(used);
 }

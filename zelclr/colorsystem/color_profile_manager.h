@@ -147,6 +147,12 @@ private:
 
   ColorProfileManager();
 
+  static FolderPaths InstalledFolders();
+  static std::wstring FolderPath(std::wstring FolderPaths::*folder);
+  static const wchar_t *FolderPathPtr(std::wstring FolderPaths::*folder);
+  static std::wstring RgbValue(std::wstring RgbProfiles::*value);
+
+  /// In the order of the search, without those that are unknown.
   std::vector<SearchedFolder> FoldersNoLock() const ZELCLR_REQUIRES_SHARED(lock_);
   void WatchNoLock(const SearchedFolder &folder) ZELCLR_REQUIRES(lock_);
   void ScanNoLock() ZELCLR_REQUIRES(lock_);

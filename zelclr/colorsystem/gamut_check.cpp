@@ -7,6 +7,8 @@
 #include "zelclr/convert/formulas/colour_difference.h"
 
 #include <algorithm>
+#include <cstring>
+#include <vector>
 
 namespace ColorSystem {
 
@@ -27,10 +29,49 @@ std::shared_ptr<ColorTransform> Transform(const ColorProfile &from, const PixelF
   return engine == nullptr ? nullptr : engine->CreateTransform(from, to, options);
 }
 
-Formulas::Lab LabAt(const ColorData &lab, std::uint32_t row, std::uint32_t column)
+Formulas::Lab LabOf(const std::uint16_t *words)
 {
-  return {lab.GetSample(row, column, 0) * 100.0, lab.GetSample(row, column, 1) * 255.0 - 128.0,
-          lab.GetSample(row, column, 2) * 255.0 - 128.0};
+  return {words[0] / 655.35, words[1] / 257.0 - 128.0, words[2] / 257.0 - 128.0};
+}
+
+/// The three ways of a round trip, exact for as many pixels as a band has.
+struct RoundTrip
+{
+  PixelFormat from, device;
+  std::shared_ptr<ColorTransform> meant, toDevice, shown;
+
+  /// Of so many pixels without gaps, one distance each.
+  bool Distances(std::vector<std::uint8_t> &pixels, std::uint32_t count, std::vector<float> &distances) const
+  {
+    std::vector<std::uint16_t> before(std::size_t{count} * 3), after(std::size_t{count} * 3);
+    const auto view = CreateColorData(from, count, 1, 0, pixels.data());
+    const auto printed = CreateColorData(device, count, 1);
+    const auto beforeView = CreateColorData(kLab16, count, 1, 0, before.data());
+    const auto afterView = CreateColorData(kLab16, count, 1, 0, after.data());
+    if (!meant->Convert(*view, *beforeView) || !toDevice->Convert(*view, *printed) ||
+        !shown->Convert(*printed, *afterView))
+      return false;
+    distances.resize(count);
+    for (std::size_t i = 0; i < count; ++i)
+      distances[i] = static_cast<float>(Formulas::Ciede2000(LabOf(&before[3 * i]), LabOf(&after[3 * i])));
+    return true;
+  }
+};
+
+/// Pixels without gaps, those that stand behind their like left out; `places` says for each where it is kept.
+std::uint32_t LeaveOutRepeats(std::vector<std::uint8_t> &pixels, std::size_t size, std::vector<std::uint32_t> &places)
+{
+  std::uint8_t *kept = pixels.data();
+  places.assign(pixels.size() / size, 0);
+  for (std::size_t i = 1; i < places.size(); ++i) {
+    const std::uint8_t *const pixel = pixels.data() + i * size;
+    if (std::memcmp(pixel, kept, size) != 0) {
+      kept += size;
+      std::memmove(kept, pixel, size);
+    }
+    places[i] = static_cast<std::uint32_t>(static_cast<std::size_t>(kept - pixels.data()) / size);
+  }
+  return places.back() + 1;
 }
 
 } // namespace
@@ -60,34 +101,34 @@ bool GamutCheck::Distances(const ColorData &source, std::span<float> distances) 
   std::fill(distances.begin(), distances.end(), 0.0f);
   const PixelFormat format = Internal::RecordPixelFormat(sourceModel);
   const PixelFormat deviceFormat = Internal::RecordPixelFormat(deviceModel);
-  const auto toDevice = Transform(*source_, format, *device_, deviceFormat);
-  const auto meant = labProfile == nullptr ? nullptr : Transform(*source_, format, *labProfile, kLab16);
-  const auto shown = labProfile == nullptr ? nullptr : Transform(*device_, deviceFormat, *labProfile, kLab16);
-  if (toDevice == nullptr || meant == nullptr || shown == nullptr || source.GetWidth() == 0)
+  if (labProfile == nullptr || source.GetWidth() == 0)
+    return true;
+  const RoundTrip trip = {format, deviceFormat, Transform(*source_, format, *labProfile, kLab16),
+                          Transform(*source_, format, *device_, deviceFormat),
+                          Transform(*device_, deviceFormat, *labProfile, kLab16)};
+  if (trip.meant == nullptr || trip.toDevice == nullptr || trip.shown == nullptr)
     return true;
 
   // Bands of fewer pixels than engines convert by a table: what is near the edge must be exact.
   const std::uint32_t columns = std::min(source.GetWidth(), kBandPixels / 2);
   const std::uint32_t rows = std::clamp(kBandPixels / 2 / columns, 1u, std::max(source.GetHeight(), 1u));
-  const std::size_t pixelSize = source.GetPixelFormat().BytesPerPixel();
+  const unsigned pixelSize = source.GetPixelFormat().BytesPerPixel();
+  std::vector<std::uint8_t> pixels;
+  std::vector<std::uint32_t> places;
+  std::vector<float> judged;
   for (std::uint32_t top = 0; top < source.GetHeight(); top += rows) {
     for (std::uint32_t left = 0; left < source.GetWidth(); left += columns) {
       const std::uint32_t height = std::min(rows, source.GetHeight() - top);
       const std::uint32_t width = std::min(columns, source.GetWidth() - left);
       const auto part = CreateColorData(source.GetPixelFormat(), width, height, source.GetRowStride(),
-                                        const_cast<std::uint8_t *>(source.GetRow(top)) + left * pixelSize);
-      const auto pixels = CreateColorData(format, width, height);
-      const auto device = CreateColorData(deviceFormat, width, height);
-      const auto before = CreateColorData(kLab16, width, height);
-      const auto after = CreateColorData(kLab16, width, height);
-      if (!ConvertByFormula(*part, *pixels) || !meant->Convert(*pixels, *before) ||
-          !toDevice->Convert(*pixels, *device) || !shown->Convert(*device, *after))
+                                        const_cast<std::uint8_t *>(source.GetRow(top)) + std::size_t{left} * pixelSize);
+      pixels.resize(std::size_t{width} * height * format.BytesPerPixel());
+      const auto all = CreateColorData(format, width, height, width * format.BytesPerPixel(), pixels.data());
+      if (!ConvertByFormula(*part, *all) ||
+          !trip.Distances(pixels, LeaveOutRepeats(pixels, format.BytesPerPixel(), places), judged))
         return false;
-      for (std::uint32_t row = 0; row < height; ++row) {
-        for (std::uint32_t column = 0; column < width; ++column)
-          distances[(std::size_t{top} + row) * source.GetWidth() + left + column] =
-            static_cast<float>(Formulas::Ciede2000(LabAt(*before, row, column), LabAt(*after, row, column)));
-      }
+      for (std::size_t i = 0; i < places.size(); ++i)
+        distances[(top + i / width) * source.GetWidth() + left + i % width] = judged[places[i]];
     }
   }
   return true;

@@ -118,10 +118,10 @@ std::shared_ptr<ColorTransform> TColorManagementSystem<Profile, Transform>::Find
 {
   auto &cache = transforms_.GetCache();
   if (auto found = cache.Find(key))
-    return *found;
+    return *std::move(found);
   const ZelUtl::WriteLock guard(lock_);
   if (auto found = cache.Find(key)) // another thread was faster
-    return *found;
+    return *std::move(found);
   std::shared_ptr<ColorTransform> made = make();
   if (made != nullptr)
     cache.Add(key, made);

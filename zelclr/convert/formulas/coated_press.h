@@ -8,12 +8,10 @@
 // Threads and errors: plain arithmetic.
 #pragma once
 
-#include "zelclr/convert/formulas/colour_difference.h"
 #include "zelclr/convert/formulas/srgb_lab.h"
 
-#include <algorithm>
 #include <array>
-#include <utility>
+#include <cmath>
 
 namespace ZelClr::Formulas {
 
@@ -61,52 +59,6 @@ inline Xyz XyzFromCoatedInks(double cyan, double magenta, double yellow, double 
   const Xyz &paper = kCoatedSolids[0];
   return {onPaper(sum.x, paper.x, kD50White.x), onPaper(sum.y, paper.y, kD50White.y),
           onPaper(sum.z, paper.z, kD50White.z)};
-}
-
-/// A colour as it is wanted on this press: black point compensation, by which black is the press's blackest and white
-/// its paper, as the eye takes them. Source: ISO 18619:2015, 4.2: Y' = (1 - b) Y + b, and so X and Z relative to white,
-/// where b is the Y of the four solids over each other, relative to the paper.
-inline Lab LabWithCoatedBlack(const Lab &lab)
-{
-  constexpr double kBlack = kCoatedSolids[15].y / kCoatedSolids[0].y;
-  const Xyz xyz = XyzFromCieLab(lab);
-  const auto lifted = [](double t, double white) { return (1.0 - kBlack) * t + kBlack * white; };
-  return CieLabFromXyz({lifted(xyz.x, kD50White.x), lifted(xyz.y, kD50White.y), lifted(xyz.z, kD50White.z)});
-}
-
-/// The smallest CIEDE2000 to a colour that any inks on this press reach: 0 within its gamut, to the precision of the
-/// search (about 0.1). A pattern search from several builds, each ink by ever smaller steps.
-inline double DifferenceToCoatedGamut(const Lab &wanted)
-{
-  using Inks = std::array<double, 4>;
-  const auto differenceOf = [&](const Inks &inks) {
-    return Ciede2000(wanted, CieLabFromXyz(XyzFromCoatedInks(inks[0], inks[1], inks[2], inks[3])));
-  };
-  constexpr std::array<Inks, 7> kStarts = {
-    {{0.5, 0.5, 0.5, 0}, {1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 0.5}, {0.3, 0.3, 0.3, 0.8}, {0, 0, 0, 0}}};
-  double best = differenceOf(kStarts[0]);
-  for (Inks inks : kStarts) {
-    double reached = differenceOf(inks);
-    for (double step = 0.25; step > 0.002 && reached > 0.05;) {
-      bool improved = false;
-      for (double &ink : inks) {
-        for (const double signedStep : {step, -step}) {
-          const double moved = std::clamp(ink + signedStep, 0.0, 1.0);
-          const double kept = std::exchange(ink, moved);
-          if (const double tried = differenceOf(inks); tried < reached) {
-            reached = tried;
-            improved = true;
-          } else {
-            ink = kept;
-          }
-        }
-      }
-      if (!improved)
-        step /= 2;
-    }
-    best = std::min(best, reached);
-  }
-  return best;
 }
 
 } // namespace ZelClr::Formulas
