@@ -2,7 +2,6 @@
 
 #include "cli/command.h"
 #include "cli/image/alpha.h"
-#include "cli/image/image_profile.h"
 #include "cli/image/remake.h"
 #include "cli/profile/profile_colours.h"
 #include "cli/profile/words.h"
@@ -18,16 +17,12 @@ namespace {
 
 using namespace ColorSystem;
 
-struct Arguments
+struct Arguments : RemakeArguments
 {
-  std::string input;
-  std::string output;
   std::string to;
-  std::string from;
   std::optional<RenderingIntent> intent;
   bool blackPointCompensation = true;
   unsigned depth = 0; ///< 0: that of the input where the output can hold it
-  int quality = 92;
 };
 
 /// Rows of one profile into rows of another.
@@ -105,8 +100,7 @@ void WriteImage(const Arguments &arguments, const Plan &plan, const Conversion &
 {
   const ImageInfo &info = plan.reader->Info();
   const ImageInfo &result = plan.result;
-  const Remake remake = {arguments.input, arguments.output, plan.kind, result, arguments.quality};
-  RemakeImage(*plan.reader, remake, [&](const Band &band, MadeRows &made) {
+  RemakeImage(*plan.reader, arguments, plan.kind, result, [&](const Band &band, MadeRows &made) {
     const std::size_t pixels = std::size_t{band.rows} * info.width;
     made.colours.resize(band.rows * result.ColourBytesPerRow());
     conversion.Run(info.width, band.rows, band.colours, made.colours.data());
@@ -122,14 +116,10 @@ void WriteImage(const Arguments &arguments, const Plan &plan, const Conversion &
 Json JsonOf(const Arguments &arguments, const Plan &plan, const ImageProfile &source,
             const std::vector<std::string> &notes)
 {
-  Json input = JsonOfImage(plan.reader->Info(), arguments.input, source.name);
-  input["profileOrigin"] = source.origin;
-  Json output = JsonOfImage(plan.result, arguments.output, plan.toName);
-  output["format"] = NameOfImageKind(plan.kind);
   return {{"width", plan.result.width},
           {"height", plan.result.height},
-          {"input", input},
-          {"output", output},
+          {"input", JsonOfInput(plan.reader->Info(), arguments.input, source)},
+          {"output", JsonOfOutput(plan.result, arguments.output, plan.toName, plan.kind)},
           {"intent", WordsOf(plan.options.intent).option},
           {"blackPointCompensation", plan.options.blackPointCompensation},
           {"notes", notes}};
@@ -137,9 +127,7 @@ Json JsonOf(const Arguments &arguments, const Plan &plan, const ImageProfile &so
 
 void PrintText(const Arguments &arguments, const Plan &plan, const ImageProfile &source)
 {
-  std::printf("%s: %u \u00d7 %u pixels, %s, %s (%s)\n", Harmless(arguments.input).c_str(), plan.result.width,
-              plan.result.height, WordsOfImage(plan.reader->Info()).c_str(), source.name.c_str(),
-              source.origin.c_str());
+  std::printf("%s\n", WordsOfInput(plan.reader->Info(), arguments.input, source).c_str());
   std::printf("%s: %s, %s, %s, %s%s\n", Harmless(arguments.output).c_str(), NameOfImageKind(plan.kind),
               WordsOfImage(plan.result).c_str(), plan.toName.c_str(), WordsOf(plan.options.intent).option,
               plan.options.blackPointCompensation ? ", black point compensated" : "");
@@ -163,7 +151,7 @@ ExitCode ConvertImage(const Arguments &arguments, const Output &output)
   for (std::string &note : chosen.Notes())
     notes.push_back(std::move(note));
   if (plan.flattens)
-    notes.emplace_back("JPEG holds no transparency; the image was laid on white");
+    notes.emplace_back(kLaidOnWhite);
   SayNotes(arguments.input, notes);
 
   WriteImage(arguments, plan, {transform, info.format, plan.result.format});
@@ -180,18 +168,9 @@ void AddImage(CLI::App &app, Output &output, ExitCode &exitCode)
 {
   auto arguments = std::make_shared<Arguments>();
   CLI::App *command = app.add_subcommand("image", "Convert an image to a profile, which is embedded in it");
-  command
-    ->add_option("input", arguments->input,
-                 "PNG, JPEG or TIFF; the import policy of the settings decides on its profile")
-    ->required()
-    ->type_name("IN");
-  command->add_option("-o,--output", arguments->output, "The image to write: .png, .jpg, .jpeg, .tif or .tiff")
-    ->required()
-    ->type_name("OUT");
+  AddRemakeOptions(command, *arguments);
   command->add_option("--to", arguments->to, "An installed profile by its file's name or its description, or any file")
     ->required()
-    ->type_name("PROFILE");
-  command->add_option("--from", arguments->from, "Read the image by this profile, whatever is embedded in it")
     ->type_name("PROFILE");
   std::map<std::string, RenderingIntent> intents;
   for (const IntentWords &row : kIntentWords)
@@ -204,10 +183,6 @@ void AddImage(CLI::App &app, Output &output, ExitCode &exitCode)
   command->add_option("--depth", arguments->depth, "Bits of a sample, 8 or 16; else the input's, and 8 in JPEG")
     ->check(CLI::IsMember({8u, 16u}).description(""))
     ->type_name("BITS");
-  command->add_option("--quality", arguments->quality, "Of a JPEG, 1 to 100")
-    ->check(CLI::Range(1, 100).description(""))
-    ->capture_default_str()
-    ->type_name("NUMBER");
   command->footer("Alpha, resolution and orientation are kept. JPEG has no alpha: the image is laid on white there.\n"
                   "Inks of JPEG are written as Adobe does, inverted and marked. Of PNG the chunk sRGB is believed;\n"
                   "gAMA and cHRM alone are not. An interlaced PNG or a progressive JPEG may take 512 MiB of memory;\n"

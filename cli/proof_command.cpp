@@ -1,7 +1,6 @@
 // zelclr proof IN -o OUT
 
 #include "cli/command.h"
-#include "cli/image/image_profile.h"
 #include "cli/profile/profile_colours.h"
 #include "cli/profile/words.h"
 #include "cli/proof/proof_rows.h"
@@ -21,18 +20,14 @@ namespace {
 
 using namespace ColorSystem;
 
-struct Arguments
+struct Arguments : RemakeArguments
 {
-  std::string input;
-  std::string output;
-  std::string from;
   std::optional<std::string> preset;
   Edits<ProofColorSettings> edits;
   std::string display = "sRGB-Placeholder!";
   bool paper = false;
   bool mask = false;
   bool sideBySide = false;
-  int quality = 92;
 };
 
 struct ViewWords
@@ -122,12 +117,8 @@ Json JsonOf(const Arguments &arguments, const Plan &plan, const Findings &findin
 {
   const ProofColorSettings &settings = plan.options.settings;
   const ImageInfo &info = plan.reader->Info();
-  Json input = JsonOfImage(info, arguments.input, findings.source.name);
-  input["profileOrigin"] = findings.source.origin;
-  Json output = JsonOfImage(plan.result, arguments.output, plan.displayName);
-  if (plan.options.view == ProofView::Mask)
-    output["profile"] = nullptr;
-  output["format"] = NameOfImageKind(plan.kind);
+  const std::string embedded = plan.options.view == ProofView::Mask ? std::string() : plan.displayName;
+  Json output = JsonOfOutput(plan.result, arguments.output, embedded, plan.kind);
   output["view"] = WordsOfView(plan.options.view).option;
   output["width"] = plan.result.width;
   output["height"] = plan.result.height;
@@ -135,7 +126,7 @@ Json JsonOf(const Arguments &arguments, const Plan &plan, const Findings &findin
     findings.seen == 0 ? 0.0 : static_cast<double>(findings.outOfGamut) / static_cast<double>(findings.seen);
   return {{"width", info.width},
           {"height", info.height},
-          {"input", input},
+          {"input", JsonOfInput(info, arguments.input, findings.source)},
           {"output", output},
           {"simulated",
            {{"profile", plan.deviceName},
@@ -164,9 +155,7 @@ std::string PercentOf(std::uint64_t part, std::uint64_t all)
 
 void PrintText(const Arguments &arguments, const Plan &plan, const Findings &findings)
 {
-  const ImageInfo &info = plan.reader->Info();
-  std::printf("%s: %u \u00d7 %u pixels, %s, %s (%s)\n", Harmless(arguments.input).c_str(), info.width, info.height,
-              WordsOfImage(info).c_str(), findings.source.name.c_str(), findings.source.origin.c_str());
+  std::printf("%s\n", WordsOfInput(plan.reader->Info(), arguments.input, findings.source).c_str());
   std::printf("%s: %s, %s, %s of %s, %s%s\n", Harmless(arguments.output).c_str(), NameOfImageKind(plan.kind),
               WordsOfImage(plan.result).c_str(), WordsOfView(plan.options.view).name, plan.deviceName.c_str(),
               WordsOf(plan.options.settings.GetRenderingIntent()).name,
@@ -196,10 +185,10 @@ ExitCode ProofImage(const Arguments &arguments, const Output &output)
   for (std::string &note : source.Notes())
     findings.notes.push_back(std::move(note));
   if (info.hasAlpha && plan.options.view != ProofView::Mask && !plan.result.hasAlpha)
-    findings.notes.emplace_back("JPEG holds no transparency; the image was laid on white");
+    findings.notes.emplace_back(kLaidOnWhite);
   SayNotes(arguments.input, findings.notes);
 
-  RemakeImage(*plan.reader, {arguments.input, arguments.output, plan.kind, plan.result, arguments.quality},
+  RemakeImage(*plan.reader, arguments, plan.kind, plan.result,
               [&](const Band &band, MadeRows &made) { rows->Make(band, made); });
   findings.seen = rows->Seen();
   findings.outOfGamut = rows->OutOfGamut();
@@ -216,14 +205,7 @@ void AddProof(CLI::App &app, Output &output, ExitCode &exitCode)
 {
   auto arguments = std::make_shared<Arguments>();
   CLI::App *command = app.add_subcommand("proof", "Show an image as another device will, and what that cannot show");
-  command
-    ->add_option("input", arguments->input,
-                 "PNG, JPEG or TIFF; the import policy of the settings decides on its profile")
-    ->required()
-    ->type_name("IN");
-  command->add_option("-o,--output", arguments->output, "The image to write: .png, .jpg, .jpeg, .tif or .tiff")
-    ->required()
-    ->type_name("OUT");
+  AddRemakeOptions(command, *arguments);
   CLI::Option *const mask =
     command->add_flag("--mask", arguments->mask, "Write a mask: white where a colour is out of gamut");
   command->add_flag("--side-by-side", arguments->sideBySide, "Write the original and the proof beside it")
@@ -239,12 +221,6 @@ void AddProof(CLI::App &app, Output &output, ExitCode &exitCode)
                  "The profile of the written image, an RGB one that is installed or in a file")
     ->type_name("PROFILE")
     ->default_str("sRGB");
-  command->add_option("--from", arguments->from, "Read the image by this profile, whatever is embedded in it")
-    ->type_name("PROFILE");
-  command->add_option("--quality", arguments->quality, "Of a JPEG, 1 to 100")
-    ->check(CLI::Range(1, 100).description(""))
-    ->capture_default_str()
-    ->type_name("NUMBER");
   command->footer(
     "Where the proof settings simulate nothing, it is the CMYK profile of the settings. A colour is out of gamut when\n"
     "it comes back from the device changed by a \u0394E2000 of more than 2.5; what is wholly transparent does not "

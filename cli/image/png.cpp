@@ -17,7 +17,8 @@ using ColorSystem::SampleType;
 
 constexpr double kMetresPerInch = 0.0254;
 constexpr std::size_t kBufferBytes = std::size_t{256} << 10;
-constexpr unsigned kMostOtherChunks = 64;
+/// What images do without here: of each chunk there can be many, and each unfolds to a hundred times its size or more.
+constexpr png_byte kIgnoredChunks[] = "tEXt\0zTXt\0iTXt\0sPLT";
 
 /// What libpng's callbacks work on, and the way back out of it.
 struct Exchange
@@ -42,7 +43,7 @@ void OnWarning(png_structp png, png_const_charp message)
 {
   auto &exchange = *static_cast<Exchange *>(png_get_error_ptr(png));
   // Some are about alignment and the like, which the profile survives; whether it does is asked afterwards.
-  if (std::strncmp(message, "iCCP", 4) == 0)
+  if (exchange.target || std::strncmp(message, "iCCP", 4) == 0)
     exchange.profileFault = message;
 }
 
@@ -115,7 +116,7 @@ private:
     png_set_read_fn(png_, &exchange_, OnRead);
     png_set_user_limits(png_, kMostImageSide, kMostImageSide);
     png_set_chunk_malloc_max(png_, kMostProfileBytes);
-    png_set_chunk_cache_max(png_, kMostOtherChunks);
+    png_set_keep_unknown_chunks(png_, PNG_HANDLE_CHUNK_NEVER, kIgnoredChunks, sizeof kIgnoredChunks / 5);
     png_set_compression_buffer_size(png_, kBufferBytes);
     png_read_info(png_, chunks_);
     if (png_get_color_type(png_, chunks_) == PNG_COLOR_TYPE_PALETTE)
@@ -253,8 +254,11 @@ private:
     png_set_IHDR(png_, chunks_, info_.width, info_.height, bits, type, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
                  PNG_FILTER_TYPE_DEFAULT);
     if (!info_.profile.empty()) {
+      png_set_benign_errors(png_, 1); // so that libpng warns of oddities only, and leaves out a profile that is unfit
       png_set_iCCP(png_, chunks_, "ICC profile", PNG_COMPRESSION_TYPE_BASE, info_.profile.data(),
                    static_cast<png_uint_32>(info_.profile.size()));
+      if (png_get_valid(png_, chunks_, PNG_INFO_iCCP) == 0)
+        png_error(png_, exchange_.profileFault.c_str());
     } else if (info_.isSrgb) {
       png_set_sRGB(png_, chunks_, PNG_sRGB_INTENT_RELATIVE);
     }

@@ -8,6 +8,37 @@
 
 namespace cli {
 
+namespace {
+
+Json JsonOfImage(const ImageInfo &info, const std::string &path, const Json &profile)
+{
+  return {{"file", Harmless(path)},
+          {"model", WordsOf(info.format.model).option},
+          {"bits", 8 * info.format.BytesPerSample()},
+          {"alpha", info.hasAlpha},
+          {"profile", profile}};
+}
+
+} // namespace
+
+void AddRemakeOptions(CLI::App *command, RemakeArguments &arguments)
+{
+  command
+    ->add_option("input", arguments.input,
+                 "PNG, JPEG or TIFF; the import policy of the settings decides on its profile")
+    ->required()
+    ->type_name("IN");
+  command->add_option("-o,--output", arguments.output, "The image to write: .png, .jpg, .jpeg, .tif or .tiff")
+    ->required()
+    ->type_name("OUT");
+  command->add_option("--from", arguments.from, "Read the image by this profile, whatever is embedded in it")
+    ->type_name("PROFILE");
+  command->add_option("--quality", arguments.quality, "Of a JPEG, 1 to 100")
+    ->check(CLI::Range(1, 100).description(""))
+    ->capture_default_str()
+    ->type_name("NUMBER");
+}
+
 std::unique_ptr<ImageReader> OpenInput(const std::string &path)
 {
   try {
@@ -30,32 +61,26 @@ ImageKind KindOfOutput(const std::string &path, const std::vector<std::string> &
   return *kind;
 }
 
-void RemakeImage(ImageReader &reader, const Remake &remake, const MakeRows &make)
+void RemakeImage(ImageReader &reader, const RemakeArguments &arguments, ImageKind kind, const ImageInfo &result,
+                 const MakeRows &make)
 {
-  const std::string *path = &remake.output; // whose fault an error is
+  const std::string *path = &arguments.output; // whose fault an error is
   try {
-    const auto writer = CreateImage(remake.output, remake.kind, remake.result, remake.quality);
+    const auto writer = CreateImage(arguments.output, kind, result, arguments.quality);
     MadeRows made;
-    path = &remake.input;
-    ForEachBand(reader, Harmless(remake.input), [&](const Band &band) {
+    path = &arguments.input;
+    ForEachBand(reader, Harmless(arguments.input), [&](const Band &band) {
       made.rows = band.rows;
       make(band, made);
-      path = &remake.output;
+      path = &arguments.output;
       writer->WriteRows(made.rows, made.colours.data(), made.alpha.data());
-      path = &remake.input;
+      path = &arguments.input;
     });
-    path = &remake.output;
+    path = &arguments.output;
     writer->Finish();
   } catch (const ImageError &error) {
     throw Failure(ExitCode::Unreadable, Harmless(*path) + ": " + Harmless(error.what()));
   }
-}
-
-void SayNotes(const std::string &path, const std::vector<std::string> &notes)
-{
-  std::fflush(stdout);
-  for (const std::string &note : notes)
-    std::fprintf(stderr, "zelclr: %s: %s\n", Harmless(path).c_str(), Harmless(note).c_str());
 }
 
 std::string WordsOfImage(const ImageInfo &info)
@@ -64,13 +89,24 @@ std::string WordsOfImage(const ImageInfo &info)
          " bits" + (info.hasAlpha ? " with alpha" : "");
 }
 
-Json JsonOfImage(const ImageInfo &info, const std::string &path, const std::string &profile)
+std::string WordsOfInput(const ImageInfo &info, const std::string &path, const ImageProfile &profile)
 {
-  return {{"file", Harmless(path)},
-          {"model", WordsOf(info.format.model).option},
-          {"bits", 8 * info.format.BytesPerSample()},
-          {"alpha", info.hasAlpha},
-          {"profile", profile}};
+  return Harmless(path) + ": " + std::to_string(info.width) + " \u00d7 " + std::to_string(info.height) + " pixels, " +
+         WordsOfImage(info) + ", " + profile.name + " (" + profile.origin + ")";
+}
+
+Json JsonOfInput(const ImageInfo &info, const std::string &path, const ImageProfile &profile)
+{
+  Json input = JsonOfImage(info, path, profile.name);
+  input["profileOrigin"] = profile.origin;
+  return input;
+}
+
+Json JsonOfOutput(const ImageInfo &info, const std::string &path, const std::string &profile, ImageKind kind)
+{
+  Json output = JsonOfImage(info, path, profile.empty() ? Json() : Json(profile));
+  output["format"] = NameOfImageKind(kind);
+  return output;
 }
 
 } // namespace cli

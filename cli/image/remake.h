@@ -4,6 +4,7 @@
 #pragma once
 
 #include "cli/image/bands.h"
+#include "cli/image/image_profile.h"
 #include "cli/output.h"
 
 #include <functional>
@@ -11,7 +12,23 @@
 #include <string>
 #include <vector>
 
+namespace CLI {
+class App;
+} // namespace CLI
+
 namespace cli {
+
+/// Which files, and how the one is read and the other written.
+struct RemakeArguments
+{
+  std::string input;
+  std::string output;
+  std::string from; ///< the profile of the input; empty: by the import policy
+  int quality = 92; ///< of JPEG
+};
+
+/// IN, --output, --from and --quality; `arguments` must live as long as the command.
+void AddRemakeOptions(CLI::App *command, RemakeArguments &arguments);
 
 std::unique_ptr<ImageReader> OpenInput(const std::string &path);
 
@@ -27,23 +44,18 @@ struct MadeRows
 };
 using MakeRows = std::function<void(const Band &, MadeRows &)>;
 
-struct Remake
-{
-  std::string input;
-  std::string output;
-  ImageKind kind;
-  ImageInfo result;
-  int quality = 92; ///< of JPEG
-};
+/// Gives each band of the input to `make`, and writes what it makes of it as an image like `result`.
+void RemakeImage(ImageReader &reader, const RemakeArguments &arguments, ImageKind kind, const ImageInfo &result,
+                 const MakeRows &make);
 
-/// Gives each band of the input to `make`, and writes what it makes of it.
-void RemakeImage(ImageReader &reader, const Remake &remake, const MakeRows &make);
-
-/// On standard error, one line each.
-void SayNotes(const std::string &path, const std::vector<std::string> &notes);
+inline constexpr const char *kLaidOnWhite = "JPEG holds no transparency; the image was laid on white";
 
 /// "RGB 8 bits with alpha"
 std::string WordsOfImage(const ImageInfo &info);
-Json JsonOfImage(const ImageInfo &info, const std::string &path, const std::string &profile);
+/// "a.png: 40 × 30 pixels, RGB 8 bits, sRGB (assumed)"
+std::string WordsOfInput(const ImageInfo &info, const std::string &path, const ImageProfile &profile);
+Json JsonOfInput(const ImageInfo &info, const std::string &path, const ImageProfile &profile);
+/// `profile` is the one that is embedded; empty for none.
+Json JsonOfOutput(const ImageInfo &info, const std::string &path, const std::string &profile, ImageKind kind);
 
 } // namespace cli

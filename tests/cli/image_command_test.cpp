@@ -6,7 +6,6 @@
 #include "tests/support/pixels.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/tool.h"
-#include "zelclr/colorsystem/color_profile_manager.h"
 #include "zelclr/colorsystem/engines/color_management_system.h"
 #include "zelclr/platform/file_faults.h"
 
@@ -33,30 +32,17 @@ using namespace ColorSystem;
 using nlohmann::json;
 using testing::HasSubstr;
 using tests::Bytes;
+using tests::kAdobe;
+using tests::kGray;
+using tests::kPress;
+using tests::kSrgb;
 using tests::Picture;
 using tests::Pixels;
 using tests::Read;
 using tests::Write;
 
-const std::string kProfiles = ZELCLR_PROFILES;
-const std::string kSrgb = kProfiles + "/sRGB_v4.icc";
-const std::string kAdobe = kProfiles + "/CompatibleWithAdobeRGB1998.icc";
-const std::string kPress = kProfiles + "/USWebCoatedSWOP.icc";
-const std::string kGray = kProfiles + "/Gray Gamma 22.icc";
-
-class ImageFile : public testing::Test
-{
-protected:
-  std::string Path(const std::string &name) const { return folder_.Path(name); }
-  tests::ToolResult Run(const std::string &words) const
-  {
-    return tests::RunTool("image " + words, "XDG_CONFIG_HOME=" + temporary_.Path("config") + " XDG_DATA_HOME=" +
-                                              temporary_.Path("data") + " TMPDIR=" + temporary_.Path());
-  }
-
-  tests::TemporaryFolder folder_;
-  tests::TemporaryFolder temporary_; ///< of the tool
-};
+class ImageFile : public tests::ImageFiles
+{};
 
 TEST_F(ImageFile, WhatIsWrittenIsReadBack)
 {
@@ -344,6 +330,17 @@ TEST_F(ImageFile, KindsOfPngAreExpanded)
   EXPECT_THAT(deep.notes, testing::ElementsAre(HasSubstr("gAMA")));
 }
 
+TEST_F(ImageFile, PngHasTheWholeProfileOrThereIsAnError)
+{
+  Pixels image = Picture(2, 2, ColorModel::Rgb, SampleType::UInt8, false);
+  image.info.profile = tests::ReadBytes(kSrgb);
+  image.info.profile[67] = 7; // an intent that there is not: odd, and no obstacle
+  Write(Path("odd.png"), image);
+  EXPECT_EQ(Read(Path("odd.png")).info.profile, image.info.profile);
+  image.info.profile.push_back(0);
+  EXPECT_THROW(Write(Path("unfit.png"), image), ImageError);
+}
+
 TEST_F(ImageFile, WhatMustBeHeldWholeIsBounded)
 {
   WritePng(Path("held.png"), 64, 8, PNG_COLOR_TYPE_GRAY, PNG_INTERLACE_ADAM7, Bytes(64), [](png_structp, png_infop) {});
@@ -419,28 +416,19 @@ TEST_F(ImageFile, ADiskThatFailsLeavesTheOldFile)
   }
 }
 
-/// What the library itself makes of the pixels in one go.
+/// What the library itself makes of the pixels.
 Bytes Converted(const Pixels &image, const std::string &from, const std::string &to, const PixelFormat &format,
                 RenderingIntent intent, bool blackPoint)
 {
-  auto &manager = ColorProfileManager::GetInstance();
-  const auto source = manager.CreateColorProfile(ZelUtl::WideFromUtf8(from), false);
-  const auto destination = manager.CreateColorProfile(ZelUtl::WideFromUtf8(to), false);
   TransformOptions options;
   options.intent = intent;
   options.blackPointCompensation = blackPoint;
   options.source = image.info.format;
   options.destination = format;
-  const auto transform =
-    ColorManagementSystem::Get(ColorManagementModule::LCMS)->CreateTransform(*source, *destination, options);
-  Bytes colours = image.colours;
-  Bytes converted(std::size_t{image.info.width} * image.info.height * format.BytesPerPixel());
-  const auto in = CreateColorData(options.source, image.info.width, image.info.height,
-                                  image.info.width * options.source.BytesPerPixel(), colours.data());
-  const auto out = CreateColorData(format, image.info.width, image.info.height,
-                                   image.info.width * format.BytesPerPixel(), converted.data());
-  EXPECT_TRUE(transform->Convert(*in, *out));
-  return converted;
+  const auto transform = ColorManagementSystem::Get(ColorManagementModule::LCMS)
+                           ->CreateTransform(*tests::ProfileAt(from), *tests::ProfileAt(to), options);
+  return tests::Converted(image, format,
+                          [&](const ColorData &source, ColorData &made) { return transform->Convert(source, made); });
 }
 
 TEST_F(ImageFile, TheToolConvertsAsTheLibraryDoesAndEmbedsTheProfile)
@@ -479,7 +467,7 @@ TEST_F(ImageFile, TheToolConvertsAsTheLibraryDoesAndEmbedsTheProfile)
     image = Read(Path(row.in)); // as JPEG has it
     const std::string intent = row.options.find("--intent") == std::string::npos ? " --intent relative" : "";
     const auto run =
-      Run(Path(row.in) + " -o " + Path(row.out) + " --json --to '" + row.to + "' " + row.options + intent);
+      Run("image " + Path(row.in) + " -o " + Path(row.out) + " --json --to '" + row.to + "' " + row.options + intent);
     ASSERT_EQ(run.exitCode, 0) << run.errors;
     EXPECT_EQ(run.errors, "");
     EXPECT_EQ(json::parse(run.output)["input"]["profileOrigin"], "embedded");
@@ -491,8 +479,7 @@ TEST_F(ImageFile, TheToolConvertsAsTheLibraryDoesAndEmbedsTheProfile)
                 Converted(image, row.embedded, row.to, written.info.format, row.intent, row.blackPoint));
     EXPECT_EQ(written.alpha, image.alpha);
   }
-  for (const auto &entry : std::filesystem::directory_iterator(temporary_.Path()))
-    EXPECT_NE(entry.path().extension(), ".icc") << "the profile that was put aside is still there";
+  ExpectNoProfileIsLeft();
 }
 
 TEST_F(ImageFile, TheImportPolicyDecidesAndTheToolSaysSo)
@@ -500,7 +487,8 @@ TEST_F(ImageFile, TheImportPolicyDecidesAndTheToolSaysSo)
   Pixels image = Picture(5, 4, ColorModel::Rgb, SampleType::UInt8, false);
   const auto convert = [&](const Pixels &pixels, const std::string &options = "") {
     Write(Path("in.png"), pixels);
-    auto result = Run(Path("in.png") + " -o " + Path("out.png") + " --json --to '" + kAdobe + "' " + options);
+    auto result =
+      Run("image " + Path("in.png") + " -o " + Path("out.png") + " --json --to '" + kAdobe + "' " + options);
     EXPECT_EQ(result.exitCode, 0) << result.errors;
     return std::pair(json::parse(result.output), result.errors);
   };
@@ -516,7 +504,7 @@ TEST_F(ImageFile, TheImportPolicyDecidesAndTheToolSaysSo)
   for (const Bytes &broken : {Bytes(300, 7), tests::ReadBytes(kPress), tests::NamedProfile("Nothing in it")}) {
     image.info.profile = broken;
     Write(Path("in.tif"), image);
-    const auto result = Run(Path("in.tif") + " -o " + Path("out.tif") + " --to '" + kAdobe + "'");
+    const auto result = Run("image " + Path("in.tif") + " -o " + Path("out.tif") + " --to '" + kAdobe + "'");
     EXPECT_EQ(result.exitCode, 0) << result.errors;
     EXPECT_THAT(result.errors, testing::AllOf(HasSubstr("ignored"), HasSubstr("assumed is sRGB")));
     EXPECT_EQ(Read(Path("out.tif")).info.profile, tests::ReadBytes(kAdobe));
@@ -529,7 +517,7 @@ TEST_F(ImageFile, JpegIsLaidOnWhiteWhereItWasTransparent)
   std::fill(image.alpha.begin(), image.alpha.end(), std::uint8_t{0});
   Write(Path("in.png"), image);
   for (const auto &[profile, white] : {std::pair{kSrgb, 255}, {kPress, 0}}) {
-    const auto result = Run(Path("in.png") + " -o " + Path("out.jpg") + " --to '" + profile + "'");
+    const auto result = Run("image " + Path("in.png") + " -o " + Path("out.jpg") + " --to '" + profile + "'");
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_THAT(result.errors, HasSubstr("laid on white"));
     EXPECT_THAT(Read(Path("out.jpg")).colours, testing::Each(white));
@@ -541,19 +529,9 @@ TEST_F(ImageFile, WhatCannotBeDoneIsSaidAndTheOldFileStays)
   Write(Path("in.tif"), Picture(40, 300, ColorModel::Rgb, SampleType::UInt8, false));
   folder_.Write("garbage.png", {0x89, 'P', 'N', 'G', 1, 2, 3});
   folder_.Write("text.tif", {'h', 'i'});
-  Write(Path("cut.jpg"), Picture(400, 300, ColorModel::Rgb, SampleType::UInt8, false));
-  Bytes cut = tests::ReadBytes(Path("cut.jpg"));
-  cut.resize(cut.size() * 3 / 4);
-  folder_.Write("cut.jpg", cut);
-  const Bytes old = {'o', 'l', 'd'};
+  WriteCut("cut.jpg");
   const std::string to = " --to '" + kSrgb + "'";
-  struct Row
-  {
-    std::string words;
-    int exitCode;
-    const char *reason;
-  };
-  const Row rows[] = {
+  const tests::Refusal rows[] = {
     {Path("cut.jpg") + " -o " + Path("out.tif") + to, 3, "ends too early"},
     {Path("garbage.png") + " -o " + Path("out.png") + to, 3, "PNG"},
     {Path("text.tif") + " -o " + Path("out.png") + to, 3, "neither PNG nor JPEG nor TIFF"},
@@ -567,18 +545,8 @@ TEST_F(ImageFile, WhatCannotBeDoneIsSaidAndTheOldFileStays)
     {Path("in.tif") + " -o " + Path("out.tif") + " --to 'Hexachrome.icc'", 2, "neither RGB"},
     {Path("in.tif") + " -o " + Path("out.tif") + " --from '" + kPress + "'" + to, 2, "not for RGB"},
   };
-  for (const Row &row : rows) {
-    SCOPED_TRACE(row.words);
-    for (const char *name : {"out.png", "out.tif", "out.jpg"})
-      folder_.Write(name, old);
-    const auto before = std::distance(std::filesystem::directory_iterator(folder_.Path()), {});
-    const auto result = Run(row.words);
-    EXPECT_EQ(result.exitCode, row.exitCode) << result.errors;
-    EXPECT_THAT(result.errors, HasSubstr(row.reason));
-    for (const char *name : {"out.png", "out.tif", "out.jpg"})
-      EXPECT_EQ(tests::ReadBytes(Path(name)), old);
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), before);
-  }
+  for (const tests::Refusal &row : rows)
+    ExpectRefused("image ", row, {"out.png", "out.tif", "out.jpg"});
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "tests/support/pixels.h"
 #include "tests/support/tool.h"
-#include "zelclr/colorsystem/color_profile_manager.h"
 #include "zelclr/colorsystem/proofing/proof_color_converter.h"
 
 #include <gmock/gmock.h>
@@ -10,7 +9,6 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <filesystem>
 #include <string>
 
 namespace {
@@ -19,22 +17,18 @@ using namespace ColorSystem;
 using nlohmann::json;
 using testing::HasSubstr;
 using tests::Bytes;
+using tests::kAdobe;
+using tests::kGray;
+using tests::kPress;
+using tests::kProfiles;
+using tests::kSrgb;
 using tests::Picture;
 using tests::Pixels;
+using tests::ProfileAt;
 using tests::Read;
 using tests::Write;
 
-const std::string kProfiles = ZELCLR_PROFILES;
-const std::string kSrgb = kProfiles + "/sRGB_v4.icc";
-const std::string kAdobe = kProfiles + "/CompatibleWithAdobeRGB1998.icc";
-const std::string kPress = kProfiles + "/USWebCoatedSWOP.icc";
 const std::string kNews = kProfiles + "/Newsprint SNAP TR002.icc";
-const std::string kGray = kProfiles + "/Gray Gamma 22.icc";
-
-std::shared_ptr<ColorProfile> ProfileAt(const std::string &path)
-{
-  return ColorProfileManager::GetInstance().CreateColorProfile(ZelUtl::WideFromUtf8(path), false);
-}
 
 ProofColorSettings Simulating(const std::string &path, RenderingIntent intent)
 {
@@ -49,22 +43,12 @@ ColorContext DisplayOf(const std::string &path, RenderingIntent intent = Renderi
   return {*ProfileAt(path), intent};
 }
 
-std::unique_ptr<ColorData> ViewOf(const Pixels &image, Bytes &colours)
-{
-  return CreateColorData(image.info.format, image.info.width, image.info.height,
-                         static_cast<std::uint32_t>(image.info.ColourBytesPerRow()), colours.data());
-}
-
-/// The whole image in one go, as RGB of this type.
+/// The whole image as RGB of this type.
 Bytes Converted(const ColorConverter &converter, const Pixels &image, SampleType type)
 {
-  Pixels result;
-  result.info = image.info;
-  result.info.format = {ColorModel::Rgb, type};
-  result.colours.resize(result.info.ColourBytesPerRow() * result.info.height);
-  Bytes colours = image.colours;
-  EXPECT_TRUE(converter.ConvertColorData(*ViewOf(image, colours), *ViewOf(result, result.colours)));
-  return result.colours;
+  return tests::Converted(image, {ColorModel::Rgb, type}, [&](const ColorData &source, ColorData &made) {
+    return converter.ConvertColorData(source, made);
+  });
 }
 
 ColorContext SourceOf(const Pixels &image, const std::string &path)
@@ -74,15 +58,9 @@ ColorContext SourceOf(const Pixels &image, const std::string &path)
   return context;
 }
 
-class ProofCommand : public testing::Test
+class ProofCommand : public tests::ImageFiles
 {
 protected:
-  std::string Path(const std::string &name) const { return folder_.Path(name); }
-  tests::ToolResult Run(const std::string &words) const
-  {
-    return tests::RunTool(words, "XDG_CONFIG_HOME=" + temporary_.Path("config") +
-                                   " XDG_DATA_HOME=" + temporary_.Path("data") + " TMPDIR=" + temporary_.Path());
-  }
   /// Writes the image with a profile embedded, and reads it back as its format keeps it.
   Pixels Stored(const std::string &name, Pixels image, const std::string &profile) const
   {
@@ -90,9 +68,6 @@ protected:
     Write(Path(name), image);
     return Read(Path(name));
   }
-
-  tests::TemporaryFolder folder_;
-  tests::TemporaryFolder temporary_; ///< of the tool
 };
 
 TEST_F(ProofCommand, ProofsAsTheLibraryDoesInOneGo)
@@ -154,13 +129,12 @@ TEST_F(ProofCommand, ProofsAsTheLibraryDoesInOneGo)
     EXPECT_EQ(written.alpha, image.alpha);
 
     Bytes colours = image.colours;
-    const auto mask = converter.GetGamutWarningData(*ViewOf(image, colours));
+    const auto mask = converter.GetGamutWarningData(*tests::ViewOf(image.info, colours));
     const auto beyond = std::count(mask.begin(), mask.end(), 255);
     EXPECT_EQ(document["outOfGamut"]["pixels"], beyond);
     EXPECT_EQ(run.exitCode, beyond > 0 ? 1 : 0);
   }
-  for (const auto &entry : std::filesystem::directory_iterator(temporary_.Path()))
-    EXPECT_NE(entry.path().extension(), ".icc") << "the profile that was put aside is still there";
+  ExpectNoProfileIsLeft();
 }
 
 TEST_F(ProofCommand, AMaskSaysWhatTheLibrarySaysOfEachColour)
@@ -282,20 +256,10 @@ TEST_F(ProofCommand, WhatCannotBeDoneIsSaidAndTheOldFileStays)
 {
   Write(Path("in.tif"), Picture(40, 300, ColorModel::Rgb, SampleType::UInt8, false));
   Write(Path("wide.tif"), Picture(40'000, 1, ColorModel::Rgb, SampleType::UInt8, false));
-  Write(Path("cut.png"), Picture(400, 300, ColorModel::Rgb, SampleType::UInt8, false));
-  Bytes cut = tests::ReadBytes(Path("cut.png"));
-  cut.resize(cut.size() * 3 / 4);
-  folder_.Write("cut.png", cut);
+  WriteCut("cut.png");
   ASSERT_EQ(Run("settings add Formula --module linear").exitCode, 0);
-  const Bytes old = {'o', 'l', 'd'};
   const std::string toPng = " -o " + Path("out.png");
-  struct Row
-  {
-    std::string words;
-    int exitCode;
-    const char *reason;
-  };
-  const Row rows[] = {
+  const tests::Refusal rows[] = {
     {Path("cut.png") + toPng, 3, "cut.png: "},
     {Path("nothing.tif") + toPng, 3, "No such file"},
     {Path("in.tif") + " -o " + Path("none/out.png"), 3, "No such file"},
@@ -311,20 +275,11 @@ TEST_F(ProofCommand, WhatCannotBeDoneIsSaidAndTheOldFileStays)
     {Path("in.tif") + toPng + " --from '" + kPress + "'", 2, "not for RGB"},
     {Path("in.tif") + toPng, 4, "by formula"}, // from here on in force
   };
-  for (const Row &row : rows) {
-    SCOPED_TRACE(row.words);
+  for (const tests::Refusal &row : rows) {
     if (&row == std::end(rows) - 1) {
       ASSERT_EQ(Run("settings use Formula").exitCode, 0);
     }
-    for (const char *name : {"out.png", "out.jpg"})
-      folder_.Write(name, old);
-    const auto before = std::distance(std::filesystem::directory_iterator(folder_.Path()), {});
-    const auto result = Run("proof " + row.words);
-    EXPECT_EQ(result.exitCode, row.exitCode) << result.errors;
-    EXPECT_THAT(result.errors, HasSubstr(row.reason));
-    for (const char *name : {"out.png", "out.jpg"})
-      EXPECT_EQ(tests::ReadBytes(Path(name)), old);
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), before);
+    ExpectRefused("proof ", row, {"out.png", "out.jpg"});
   }
 }
 

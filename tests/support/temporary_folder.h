@@ -29,6 +29,13 @@ inline Bytes ReadBytes(const std::string &path)
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
+/// The whole of a file; empty when there is none.
+inline std::string TextOf(const std::string &path)
+{
+  const Bytes bytes = ReadBytes(path);
+  return {bytes.begin(), bytes.end()};
+}
+
 /// Goes with everything in it.
 class TemporaryFolder
 {
@@ -56,6 +63,10 @@ public:
     std::filesystem::create_directories(path.parent_path());
     WriteBytes(path.string(), bytes);
     return path.string();
+  }
+  std::string WriteText(const std::string &name, const std::string &text) const
+  {
+    return Write(name, {text.begin(), text.end()});
   }
 
 private:
