@@ -9,7 +9,6 @@
 
 #include <filesystem>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -42,15 +41,8 @@ protected:
     }
     return nullptr;
   }
-  void Write(const std::string &path, const std::string &text) const
-  {
-    folder_.Write(path, {text.begin(), text.end()});
-  }
-  std::string Read(const std::string &path) const
-  {
-    const tests::Bytes bytes = tests::ReadBytes(folder_.Path(path));
-    return {bytes.begin(), bytes.end()};
-  }
+  void Write(const std::string &path, const std::string &text) const { folder_.WriteText(path, text); }
+  std::string Read(const std::string &path) const { return tests::TextOf(folder_.Path(path)); }
   /// In the user's file.
   void Replace(const std::string &from, const std::string &to) const
   {
@@ -198,15 +190,6 @@ TEST_F(SettingsCommand, RefusesWhatItCannotDo)
   EXPECT_EQ(Read(kFile), before);
 }
 
-TEST_F(SettingsCommand, RemoveUncoversThePresetOfTheFactory)
-{
-  EXPECT_EQ(Run("add 'Europe Web' --replace --intent absolute").exitCode, 0);
-  EXPECT_EQ(Shown("'Europe Web'")["intent"]["value"], "absolute");
-  EXPECT_THAT(Run("remove 'Europe Web'").output, HasSubstr("the factory's again"));
-  EXPECT_EQ(Shown("'Europe Web'")["intent"]["value"], "relative");
-  EXPECT_EQ(Row("Europe Web")["factory"], true);
-}
-
 TEST_F(SettingsCommand, ExportedPresetsComeBackWhole)
 {
   const std::string file = folder_.Path("out.xml");
@@ -308,17 +291,6 @@ TEST_F(SettingsCommand, ChangesThatCannotBeWrittenAreFailures)
   EXPECT_EQ(Run("show", "XDG_DATA_HOME=" + folder_.Path("file")).exitCode, 0);
   EXPECT_THAT(Run("add Mine", "XDG_DATA_HOME= HOME=").errors, HasSubstr("no folder for the user"));
   EXPECT_EQ(Run("list > /dev/full").exitCode, 3);
-}
-
-TEST_F(SettingsCommand, ProcessesKeepEachOthersPresets)
-{
-  constexpr int kProcesses = 8;
-  std::vector<std::thread> threads;
-  for (int i = 0; i < kProcesses; ++i)
-    threads.emplace_back([this, i] { EXPECT_EQ(Run("add P" + std::to_string(i)).exitCode, 0); });
-  for (std::thread &thread : threads)
-    thread.join();
-  EXPECT_EQ(RunJson("list")["presets"].size(), 12u + kProcesses);
 }
 
 TEST_F(SettingsCommand, WhereNamesTheFilesAndMakesNone)

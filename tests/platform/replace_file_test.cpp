@@ -20,12 +20,6 @@ namespace fs = std::filesystem;
 const std::string kOld(300'000, 'o');
 const std::string kNew(500'000, 'n');
 
-std::string Read(const std::string &path)
-{
-  const tests::Bytes bytes = tests::ReadBytes(path);
-  return {bytes.begin(), bytes.end()};
-}
-
 void Write(const std::string &path, const std::string &text)
 {
   tests::WriteBytes(path, {text.begin(), text.end()});
@@ -67,7 +61,7 @@ TEST_F(ReplaceFileTest, AFailureAtAnyStepIsToldAndLeavesNothingBehind)
       EXPECT_FALSE(ReplaceFile(path_, kNew, reason_));
       EXPECT_EQ(reason_, "No space left on device");
       const bool replaced = failing == FileStep::FlushFolder;
-      EXPECT_EQ(Read(path_), replaced ? kNew : exists ? kOld : "");
+      EXPECT_EQ(tests::TextOf(path_), replaced ? kNew : exists ? kOld : "");
       EXPECT_EQ(FilesIn(folder_.Path()), exists || replaced ? 1u : 0u);
     }
   }
@@ -90,9 +84,9 @@ TEST_F(ReplaceFileTest, AProcessThatDiesAtAnyStepLeavesTheOldOrTheNewFile)
     int status = 0;
     ASSERT_EQ(::waitpid(child, &status, 0), child);
     ASSERT_TRUE(WIFSIGNALED(status)) << "the step was taken";
-    EXPECT_EQ(Read(path_), last == FileStep::FlushFolder ? kNew : kOld);
+    EXPECT_EQ(tests::TextOf(path_), last == FileStep::FlushFolder ? kNew : kOld);
     EXPECT_TRUE(ReplaceFile(path_, kNew, reason_)) << "what was left behind is in nobody's way: " << reason_;
-    EXPECT_EQ(Read(path_), kNew);
+    EXPECT_EQ(tests::TextOf(path_), kNew);
   }
 }
 
@@ -109,7 +103,7 @@ TEST_F(ReplaceFileTest, LinksAndPermissionsStay)
     EXPECT_EQ(PermissionsOf(target), permissions);
   }
   EXPECT_TRUE(fs::is_symlink(path_));
-  EXPECT_EQ(Read(target), kNew);
+  EXPECT_EQ(tests::TextOf(target), kNew);
   EXPECT_EQ(FilesIn(folder_.Path("far")), 1u);
 
   fs::create_symlink("ring", folder_.Path("ring"));
@@ -136,7 +130,7 @@ TEST_F(ReplaceFileTest, DamagedBytesAreKeptOnceUnderAFreeName)
   EXPECT_EQ(KeepDamagedBytes(path_, "one", reason_), path_ + ".damaged");
   EXPECT_EQ(KeepDamagedBytes(path_, "two", reason_), path_ + ".damaged-3");
   EXPECT_EQ(KeepDamagedBytes(path_, "on", reason_), path_ + ".damaged-4");
-  EXPECT_EQ(Read(path_ + ".damaged"), "one");
+  EXPECT_EQ(tests::TextOf(path_ + ".damaged"), "one");
   EXPECT_EQ(KeepDamagedBytes("/nowhere/file", "one", reason_), "");
   EXPECT_NE(reason_, "");
 }

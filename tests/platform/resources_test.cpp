@@ -27,13 +27,14 @@ protected:
   }
 };
 
-constexpr std::string_view kShipped[] = {"c4d4e8af-a00e-4c91-9205-9b35cfcde9cd", "8896c8c4-e965-4d89-9527-a1ed371efb46",
-                                         "ccab38a2-d887-4807-9f89-e4966d87b9e5", "79cb7075-7723-4743-8ad4-2aac727501be",
-                                         "0daa1d06-eaeb-4c2f-806e-e229a043a610", "4d642392-b0d7-4f7b-9a14-3f3a67e3185b",
-                                         "c340c553-e719-4b54-8b0a-9ed51c253f9c", "3ad4e2d8-42df-47c7-80cf-1a0832f3fe31",
-                                         "3ca61ccd-3543-4804-b862-1338e321b0cb", "d23f0d67-288d-4b01-a86f-e9ba915d38e0",
-                                         "943e5644-604b-4f94-8d6a-4aaa47862c87", "792cf436-8ad7-4a9c-8d80-761587465b00",
-                                         "33d3f765-8839-43bd-81e6-757137de71da"};
+constexpr std::string_view kShipped[] = {
+  "c4d4e8af-a00e-4c91-9205-9b35cfcde9cd", "8896c8c4-e965-4d89-9527-a1ed371efb46",
+  "ccab38a2-d887-4807-9f89-e4966d87b9e5", "79cb7075-7723-4743-8ad4-2aac727501be",
+  "0daa1d06-eaeb-4c2f-806e-e229a043a610", "4d642392-b0d7-4f7b-9a14-3f3a67e3185b",
+  "c340c553-e719-4b54-8b0a-9ed51c253f9c", "3ad4e2d8-42df-47c7-80cf-1a0832f3fe31",
+  "3ca61ccd-3543-4804-b862-1338e321b0cb", "d23f0d67-288d-4b01-a86f-e9ba915d38e0",
+  "943e5644-604b-4f94-8d6a-4aaa47862c87", "792cf436-8ad7-4a9c-8d80-761587465b00",
+  "33d3f765-8839-43bd-81e6-757137de71da", "4a04e5fe-32aa-49c8-80c8-ef4ad263ce32"};
 
 TEST_F(ResourcesTest, EveryShippedTextIsThereInEveryLanguage)
 {

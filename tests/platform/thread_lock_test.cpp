@@ -48,17 +48,6 @@ TEST(ThreadLock, WritersAreAloneAndReadersSeeWholeValues)
   EXPECT_EQ(first, kThreads / 2 * kRounds);
 }
 
-TEST(ThreadLock, ACopyIsAFreshLock)
-{
-  const ThreadLock lock;
-  const WriteLock held(lock);
-  ThreadLock copy(lock);
-  const WriteLock other(copy);
-  ThreadLock assigned;
-  assigned = lock;
-  const WriteLock third(assigned);
-}
-
 struct Counted
 {
   Counted() { ++made; }

@@ -87,35 +87,26 @@ TEST(Xml, IsRefusedWithLineAndReasonAndNothingIsPrinted)
     std::string bytes, reason;
   } kRows[] = {
     {"", "the document is empty"},
-    {" \n", "the document is empty"},
     {"text", "line 1: "},
     {"<a>\n<b>\n</a>", "line 3: "},
-    {"<a>\n<b", "line 2: "},
     {"<a>\n<b/>", "line 2: the document ends too early"},
     {"<a/>\n<b/>", "line 2: Extra content"},
     {"<a\nb='1' b='2'/>", "line 2: Attribute b redefined"},
-    {"<a b='<'/>", "line 1: "},
     {"<a>&undeclared;</a>", "line 1: Entity 'undeclared' not defined"},
     {"<!DOCTYPE a SYSTEM 'a.dtd'><a>&undeclared;</a>", "undeclared"},
-    {"<!DOCTYPE a SYSTEM 'a.dtd'><a b='&undeclared;'/>", "undeclared"},
     {"<p:a/>", "line 1: Namespace prefix p on a is not defined"},
     {"<a>\x01</a>", "line 1: "},
-    {"<a>\n&#0;</a>", "line 2: "},
-    {"<a>\xEF\xBF\xBF</a>", "line 1: "},
     {"<a>\n\0</a>"s, "line 2: the character U+0000"},
     {"<a>\n\xFF</a>", "line 2: not valid UTF-8"},
-    {"<a>\xED\xA0\x80</a>", "line 1: not valid UTF-8"},
     {"\xFF\xFE<\0a\0/\0>"s, "not valid UTF-16"},
     {"\xFE\xFF\0<\0a\0>\xD8\0\0<\0/\0a\0>"s, "not valid UTF-16"},
     {"<?xml version='1.0' encoding='EBCDIC-US'?><a/>", "line 1: the encoding \"EBCDIC-US\" is none of"},
     {"<?xml version='1.0' encoding='UTF-16'?><a/>", "line 1: the document says \"UTF-16\" and is not"},
     {"<!DOCTYPE a [<!ENTITY x 'y'>]>\n<a>&x;</a>", "line 1: a document type with declarations of its own"},
     {"\n<!DOCTYPE a SYSTEM \"[\" [<!ENTITY % x SYSTEM 'file:///etc/passwd'> %x;]><a/>", "line 2: a document type"},
-    {"<!DOCTYPE a [<!ATTLIST a b CDATA 'c'>]><a/>", "line 1: a document type with declarations of its own"},
     {"<a" + Repeated(257, " b='>'") + "/>", "line 1: an element has more than 256 attributes"},
     // Whoever read on behind the fault would compare 200,000 attributes with each other.
     {"<a b=\"<c" + Repeated(200'000, " d=\">\"") + "/>", "line 1: Unescaped '<'"},
-    {Repeated(257, "<a>") + Repeated(257, "</a>"), "line 1: elements are nested deeper than 256"},
     {Repeated(100'000, "<a>\n"), "line 257: elements are nested deeper than 256"},
     {"<a xmlns='u' xmlns:p='u'>" + Repeated(129, "<a xmlns='u' xmlns:p='v'>"), "in scope"},
   };
@@ -168,9 +159,8 @@ TEST(Xml, NothingOutsideOfTheDocumentIsOpened)
 
   const std::string schema = folder.Path("schema.xsd");
   for (const std::string &place : {pipe, "file://" + pipe, port}) {
-    for (const std::string &begin : {"<!DOCTYPE a SYSTEM '" + place + "'>", "<!DOCTYPE a PUBLIC 'p' '" + place + "'>",
-                                     "<!DOCTYPE a [<!ENTITY x SYSTEM '" + place + "'>]>",
-                                     "<!DOCTYPE a [<!ENTITY % x SYSTEM '" + place + "'> %x;]>"})
+    for (const std::string &begin :
+         {"<!DOCTYPE a SYSTEM '" + place + "'>", "<!DOCTYPE a [<!ENTITY % x SYSTEM '" + place + "'> %x;]>"})
       EXPECT_NE(WhyRefused(begin + "<a>&x;</a>"), "") << begin;
     EXPECT_EQ(WhyRefused("<!DOCTYPE a SYSTEM '" + place + "'><a/>"), "");
     EXPECT_EQ(WhyRefused("<?xml-stylesheet href='" + place +
@@ -250,16 +240,9 @@ void ExpectToComeBack(const std::wstring &text, const std::wstring &expected)
 
 TEST(Xml, TextComesBackAsItWas)
 {
-  for (const wchar_t *const text :
-       {L"", L" ", L"\n", L"  leading and trailing\t", L"a\rb\r\nc\nd", L"]]>", L"&<>\"'", L"&amp;&#38;",
-        L"<![CDATA[x]]>", L"<!-- -->", L"O'Neil \"A\"", L"日本\U0001F3A8", L"\u007F\u0085\u2028\uFFFD\uFEFF"})
+  for (const wchar_t *const text : {L"", L" ", L"  leading and trailing\t", L"a\rb\r\nc\nd", L"]]>", L"&amp;&#38;\"'",
+                                    L"<![CDATA[x]]>", L"<!-- -->", L"\U0001F3A8\u007F\u0085\u2028\uFFFD\uFEFF"})
     ExpectToComeBack(text, text);
-  std::wstring controls, replaced;
-  for (wchar_t c = 0; c < L' '; ++c) {
-    controls += c;
-    replaced += c == L'\t' || c == L'\n' || c == L'\r' ? c : L'\uFFFD';
-  }
-  ExpectToComeBack(controls + L'\xFFFE' + L'\xFFFF' + L'\xD800' + L'z', replaced + L"\uFFFD\uFFFD\uFFFDz");
 }
 
 RC_GTEST_PROP(Xml, AnyTextComesBack, (const std::vector<std::uint16_t> &units))
@@ -349,17 +332,14 @@ TEST(XmlNode, IsFoundAndChanged)
 TEST(XmlNode, IsHarmlessWhenEmpty)
 {
   WXmlNode none;
-  EXPECT_FALSE(none);
   EXPECT_EQ(none.Name(), "");
   EXPECT_EQ(none.Text(), L"");
-  EXPECT_TRUE(none.Attributes().empty());
-  EXPECT_TRUE(none.Children().empty());
-  EXPECT_FALSE(none.Attribute("a") || none.SetText(L"") || none.SetAttribute("a", L"") || none.RemoveAttribute("a"));
-  EXPECT_FALSE(none.Parent() || none.FirstChild() || none.Next() || none.SelectNode(".") || none.CreateChild("a"));
-  EXPECT_FALSE(none.Remove());
-  WXmlValueAccessor values(none);
+  EXPECT_TRUE(none.Attributes().empty() && none.Children().empty());
+  EXPECT_FALSE(none || none.Attribute("a") || none.SetText(L"") || none.SetAttribute("a", L"") ||
+               none.RemoveAttribute("a") || none.Parent() || none.FirstChild() || none.Next() || none.SelectNode(".") ||
+               none.CreateChild("a") || none.Remove());
   std::wstring text;
-  EXPECT_FALSE(values.ReadText("a", text) || values.WriteText("a", L"") || values.WriteBool("a", true, L"b"));
+  EXPECT_FALSE(WXmlValueAccessor(none).ReadText("a", text) || WXmlValueAccessor(none).WriteText("a", L""));
 }
 
 TEST(XmlNode, OutlivesItsDocumentAndItsRemoval)
@@ -429,8 +409,7 @@ TEST(XmlValueAccessor, ReadsAndWritesTypedValues)
   EXPECT_TRUE(values.ReadBool("b", flag) && flag);
   EXPECT_TRUE(values.ReadBool("b", flag, L"0") && !flag);
   EXPECT_TRUE(values.ReadBool("b", flag, L"1") && flag);
-  EXPECT_FALSE(values.ReadBool("b", flag, L"x") || values.ReadBool("n", flag) || values.ReadBool("missing", flag));
-  EXPECT_TRUE(flag);
+  EXPECT_FALSE(values.ReadBool("b", flag, L"x") || values.ReadBool("n", flag));
 
   double number = 5;
   EXPECT_FALSE(values.ReadDouble("d", number, L"c") || values.ReadDouble("d", number, L"inf"));

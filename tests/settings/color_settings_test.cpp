@@ -11,32 +11,18 @@ namespace {
 class ColorSettingsTest : public tests::SettingsFolders
 {};
 
-template <void (ColorPolicy::*Set)(ColorPolicyAction)>
+template <auto set, auto value>
 void ChangeOpen(ColorSettings &settings)
 {
   ColorPolicy policy = settings.GetColorPolicyForOpen();
-  (policy.*Set)(ColorPolicyAction::AssignBaselineProfile);
+  (policy.*set)(value);
   settings.SetColorPolicyForOpen(policy);
 }
-template <void (ColorPolicy::*Set)(ColorPolicyAction)>
+template <auto set, auto value>
 void ChangeImport(ColorSettings &settings)
 {
   ColorPolicy policy = settings.GetColorPolicyForImport();
-  (policy.*Set)(ColorPolicyAction::AssignBaselineProfile);
-  settings.SetColorPolicyForImport(policy);
-}
-template <void (ColorPolicy::*Set)(bool)>
-void Warn(ColorSettings &settings)
-{
-  ColorPolicy policy = settings.GetColorPolicyForOpen();
-  (policy.*Set)(true);
-  settings.SetColorPolicyForOpen(policy);
-}
-template <void (ColorPolicy::*Set)(bool)>
-void WarnOnImport(ColorSettings &settings)
-{
-  ColorPolicy policy = settings.GetColorPolicyForImport();
-  (policy.*Set)(true);
+  (policy.*set)(value);
   settings.SetColorPolicyForImport(policy);
 }
 template <class Change>
@@ -59,6 +45,7 @@ struct Change
   bool counts = true;
 };
 
+constexpr auto kAction = ColorPolicyAction::AssignBaselineProfile;
 constexpr Change kChanges[] = {
   {"name", [](ColorSettings &s) { s.SetName(L"Another"); }, false},
   {"origin", [](ColorSettings &s) { s.SetFactory(true); }, false},
@@ -72,16 +59,16 @@ constexpr Change kChanges[] = {
   {"intent",
    [](ColorSettings &s) { ChangeContext(s, [](auto &c) { c.SetRenderingIntent(RenderingIntent::Saturation); }); }},
   {"blending", [](ColorSettings &s) { ChangeContext(s, [](auto &c) { c.SetBlendingColorModel(ColorModel::Cmyk); }); }},
-  {"open, RGB", &ChangeOpen<&ColorPolicy::SetRgbPolicyAction>},
-  {"open, CMYK", &ChangeOpen<&ColorPolicy::SetCmykPolicyAction>},
-  {"open, grayscale", &ChangeOpen<&ColorPolicy::SetGrayscalePolicyAction>},
-  {"open, mismatch", &Warn<&ColorPolicy::SetWarnOnProfileMismatch>},
-  {"open, missing", &Warn<&ColorPolicy::SetWarnOnMissingProfile>},
-  {"import, RGB", &ChangeImport<&ColorPolicy::SetRgbPolicyAction>},
-  {"import, CMYK", &ChangeImport<&ColorPolicy::SetCmykPolicyAction>},
-  {"import, grayscale", &ChangeImport<&ColorPolicy::SetGrayscalePolicyAction>},
-  {"import, mismatch", &WarnOnImport<&ColorPolicy::SetWarnOnProfileMismatch>},
-  {"import, missing", &WarnOnImport<&ColorPolicy::SetWarnOnMissingProfile>},
+  {"open, RGB", &ChangeOpen<&ColorPolicy::SetRgbPolicyAction, kAction>},
+  {"open, CMYK", &ChangeOpen<&ColorPolicy::SetCmykPolicyAction, kAction>},
+  {"open, grayscale", &ChangeOpen<&ColorPolicy::SetGrayscalePolicyAction, kAction>},
+  {"open, mismatch", &ChangeOpen<&ColorPolicy::SetWarnOnProfileMismatch, true>},
+  {"open, missing", &ChangeOpen<&ColorPolicy::SetWarnOnMissingProfile, true>},
+  {"import, RGB", &ChangeImport<&ColorPolicy::SetRgbPolicyAction, kAction>},
+  {"import, CMYK", &ChangeImport<&ColorPolicy::SetCmykPolicyAction, kAction>},
+  {"import, grayscale", &ChangeImport<&ColorPolicy::SetGrayscalePolicyAction, kAction>},
+  {"import, mismatch", &ChangeImport<&ColorPolicy::SetWarnOnProfileMismatch, true>},
+  {"import, missing", &ChangeImport<&ColorPolicy::SetWarnOnMissingProfile, true>},
 };
 
 TEST_F(ColorSettingsTest, EveryChoiceCountsInComparingAndIsCopiedAndStored)
@@ -97,7 +84,6 @@ TEST_F(ColorSettingsTest, EveryChoiceCountsInComparingAndIsCopiedAndStored)
     EXPECT_EQ(changed, plain);
     change.apply(changed);
     EXPECT_EQ(changed != plain, change.counts);
-    EXPECT_EQ(changed == plain, !change.counts);
     change.apply(all);
 
     changed.SetName(L"Changed");
@@ -162,7 +148,6 @@ TEST_F(ColorSettingsTest, AnEngineThatThisSystemLacksBecomesIcm)
     settings.SetColorManagementModule(ColorManagementModule::Linear);
     settings.SetColorManagementModule(module);
     EXPECT_EQ(settings.GetColorManagementModule(), here ? module : ColorManagementModule::Icm);
-    EXPECT_EQ(ColorSettings(settings).GetColorManagementModule(), settings.GetColorManagementModule());
   }
 }
 
@@ -207,42 +192,33 @@ TEST_F(ColorSettingsTest, FactoryNamesAreSaidInTheUsersLanguageAndFollowTheName)
 
 TEST_F(ColorSettingsTest, AnyNameComesBackFromTheFileAndLeavesIt)
 {
-  const std::pair<std::wstring, std::wstring> names[] = {
-    // as set, as stored
-    {L"O'Neil \"A\"", L"O'Neil \"A\""},
-    {L"'", L"'"},
-    {L"\"", L"\""},
-    {L"<&>]]>", L"<&>]]>"},
-    {L"&amp;", L"&amp;"},
-    {L"two\nlines\tand\r\nmore", L"two\nlines\tand\r\nmore"},
-    {L" blanks ", L" blanks "},
-    {L"  ", L"  "},
-    {L"", L""},
-    {L"\u65E5\u672C", L"\u65E5\u672C"},
-    {L"Factory", L"Factory"},
-    {L"a']/../*", L"a']/../*"},
-    {L"{}%s%n", L"{}%s%n"},
-    {L"control\x01 and \x1F", L"control\uFFFD and \uFFFD"},
-    {std::wstring(L"n\0l", 3), L"n\uFFFDl"},
-    {std::wstring(5000, L'x'), std::wstring(5000, L'x')},
+  const std::wstring names[] = {L"O'Neil \"A\"",
+                                L"<&>]]>",
+                                L"two\nlines\tand\r\nmore",
+                                L" blanks ",
+                                L"  ",
+                                L"",
+                                L"\u65E5\u672C",
+                                L"Factory",
+                                L"a']/../*",
+                                L"control\x01",
+                                std::wstring(L"n\0l", 3),
+                                std::wstring(5000, L'x')};
+  const auto stored = [](std::wstring name) {
+    for (wchar_t &c : name)
+      c = c == L'\0' || c == L'\x01' ? L'\uFFFD' : c;
+    return name;
   };
   const std::size_t before = NamesOfPresets().size();
-  for (const auto &[name, stored] : names) {
-    ColorSettings settings(name);
-    settings.SetPreservePureBlack(true);
-    EXPECT_TRUE(Settings().AddColorSettings(settings));
-  }
+  for (const std::wstring &name : names)
+    EXPECT_TRUE(Settings().AddColorSettings(ColorSettings(name)));
   Restart();
   EXPECT_EQ(NamesOfPresets().size(), before + std::size(names));
-  for (const auto &[name, stored] : names) {
-    const auto preset = Settings().GetColorSettings(stored);
-    ASSERT_NE(preset, nullptr) << ZelUtl::Utf8FromWide(stored);
-    EXPECT_TRUE(preset->GetPreservePureBlack());
-  }
-  for (const auto &[name, stored] : names) {
-    EXPECT_TRUE(Settings().RemoveColorSetting(stored)) << ZelUtl::Utf8FromWide(stored);
+  for (const std::wstring &name : names) {
+    EXPECT_NE(Settings().GetColorSettings(stored(name)), nullptr) << ZelUtl::Utf8FromWide(name);
+    EXPECT_TRUE(Settings().RemoveColorSetting(stored(name))) << ZelUtl::Utf8FromWide(name);
     ColorSettingsManager::ReLoad();
-    EXPECT_EQ(Settings().GetColorSettings(stored), nullptr);
+    EXPECT_EQ(Settings().GetColorSettings(stored(name)), nullptr);
   }
   EXPECT_EQ(NamesOfPresets().size(), before);
 }

