@@ -4,7 +4,7 @@
 # Progress goes to stderr. Whatever cannot go on ends the script with status 4 and one line that says why.
 
 declare -A package_groups=(
-  [build]="g++ cmake ninja-build ccache pkgconf libutfcpp-dev libhwy-dev libcli11-dev nlohmann-json3-dev liblcms2-dev libxml2-dev libpng-dev libjpeg-dev libtiff-dev"
+  [build]="g++ cmake ninja-build ccache pkgconf libutfcpp-dev libhwy-dev libcli11-dev nlohmann-json3-dev liblcms2-dev libxml2-dev libzip-dev libpng-dev libjpeg-dev libtiff-dev"
   [test]="libgtest-dev libgmock-dev librapidcheck-dev"
   [ci]="clang-14 libclang-rt-14-dev llvm-14 clang-format-14"
   [browser]="chromium python3"

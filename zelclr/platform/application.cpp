@@ -43,6 +43,12 @@ bool IsConfigurationInitialized()
   return (host == nullptr || host->IsConfigurationInitialized()) && !GetUserFolder().empty();
 }
 
+Document *GetActiveDocument()
+{
+  const ApplicationHost *const host = current_host.load();
+  return host == nullptr ? nullptr : host->GetActiveDocument();
+}
+
 const ColorSystem::ColorContext *GetActiveColorContext()
 {
   const ApplicationHost *const host = current_host.load();
@@ -57,6 +63,12 @@ ColorSystem::ViewProofSettings *GetViewProofSettings(Document *document)
   if (document == nullptr)
     document = host->GetActiveDocument();
   return document == nullptr ? nullptr : host->GetViewProofSettings(*document);
+}
+
+ZelClr::IColorStyles *GetColorStyles(Document &document)
+{
+  const ApplicationHost *const host = current_host.load();
+  return host == nullptr ? nullptr : host->GetColorStyles(document);
 }
 
 void ReportCloseDocument()

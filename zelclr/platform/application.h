@@ -1,5 +1,5 @@
-// The application that the library works for, as far as it must know it: its name, which documents are open and how
-// their views proof, and what happens.
+// The application that the library works for, as far as it must know it: its name, which documents are open, how their
+// views proof and what colour styles they have, and what happens.
 //
 // Threads: plain functions, safe from any thread, which call the host on the caller's; listeners run on the thread that
 // reports the event.
@@ -15,6 +15,10 @@ namespace ColorSystem {
 class ColorContext;
 class ViewProofSettings;
 } // namespace ColorSystem
+
+namespace ZelClr {
+class IColorStyles;
+}
 
 namespace ZelUtl {
 
@@ -36,6 +40,8 @@ public:
   virtual const ColorSystem::ColorContext *GetActiveColorContext() const { return nullptr; }
   /// Those of the document's active view, owned by it; null when it has none.
   virtual ColorSystem::ViewProofSettings *GetViewProofSettings(Document &) const { return nullptr; }
+  /// The document's colour style sheet, owned by it; null when it has none.
+  virtual ZelClr::IColorStyles *GetColorStyles(Document &) const { return nullptr; }
 };
 
 /// Null takes the host away.
@@ -47,10 +53,14 @@ ZELCLR_API unsigned GetOpenDocumentCount();
 ZELCLR_API std::wstring GetApplicationName();
 /// Whether a user's folder is known and the host, if any, says so.
 ZELCLR_API bool IsConfigurationInitialized();
+/// Null when none is active.
+ZELCLR_API Document *GetActiveDocument();
 /// Of the active document; null when there is none.
 ZELCLR_API const ColorSystem::ColorContext *GetActiveColorContext();
 /// Those of this document, else of the active one; null when there is none.
 ZELCLR_API ColorSystem::ViewProofSettings *GetViewProofSettings(Document *document = nullptr);
+/// Null when the document has none, and without a host.
+ZELCLR_API ZelClr::IColorStyles *GetColorStyles(Document &document);
 
 /// "CloseDocument": the host reports it while the closing document still counts as open.
 ZELCLR_API void ReportCloseDocument();

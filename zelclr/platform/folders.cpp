@@ -1,5 +1,6 @@
 #include "zelclr/platform/folders.h"
 
+#include "zelclr/platform/guid.h"
 #include "zelclr/platform/text.h"
 #include "zelclr/platform/thread_lock.h"
 
@@ -166,6 +167,23 @@ bool MakeFolders(const std::string &path, std::string &reason)
   if (error)
     reason = error.message();
   return !error;
+}
+
+std::string MakeTemporaryFolder(std::string &reason)
+{
+  const std::string parent = GetFolders().temporary;
+  const std::string path = JoinPath(parent, "zelclr-" + ZelUtils::NewGuid().ToText().substr(1, 36));
+  std::error_code error =
+    parent.empty() ? std::make_error_code(std::errc::no_such_file_or_directory) : std::error_code();
+  if (error) {
+    reason = error.message();
+    return {};
+  }
+  if (fs::create_directory(PathFrom(path), error))
+    fs::permissions(PathFrom(path), fs::perms::owner_all, error);
+  if (error)
+    reason = error.message();
+  return error ? std::string() : path;
 }
 
 std::vector<std::string> FilesOfFolder(const std::string &folder, std::vector<std::string> *subfolders)

@@ -54,6 +54,9 @@ ZELCLR_API std::string ValidFileName(std::string_view text);
 
 ZELCLR_API bool IsFolder(const std::string &path);
 bool MakeFolders(const std::string &path, std::string &reason);
+/// A new folder of a name that nobody can guess, for the user alone, in the temporary folder; empty when it cannot be
+/// made.
+std::string MakeTemporaryFolder(std::string &reason);
 
 /// The names of the files of a folder, ordered; those of the folders in it in `subfolders` when that is given.
 std::vector<std::string> FilesOfFolder(const std::string &folder, std::vector<std::string> *subfolders = nullptr);

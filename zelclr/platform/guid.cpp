@@ -1,5 +1,7 @@
 #include "zelclr/platform/guid.h"
 
+#include <random>
+
 namespace ZelUtils {
 
 template <class Text>
@@ -25,6 +27,17 @@ std::string Guid::ToText() const
 std::wstring Guid::ToWideText() const
 {
   return AsText<std::wstring>();
+}
+
+Guid NewGuid()
+{
+  std::random_device random;
+  Guid guid;
+  for (std::uint8_t &byte : guid.bytes)
+    byte = static_cast<std::uint8_t>(random());
+  guid.bytes[7] = static_cast<std::uint8_t>((guid.bytes[7] & 0x0F) | 0x40); // the version: 4
+  guid.bytes[8] = static_cast<std::uint8_t>((guid.bytes[8] & 0x3F) | 0x80); // the variant: of RFC 9562
+  return guid;
 }
 
 } // namespace ZelUtils

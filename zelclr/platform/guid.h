@@ -88,4 +88,7 @@ consteval Guid operator""_guid(const char *text, std::size_t length)
 }
 } // namespace literals
 
+/// A fresh identifier that no other machine makes: version 4 of RFC 9562, from the system's source of chance.
+ZELCLR_API Guid NewGuid();
+
 } // namespace ZelUtils

@@ -136,6 +136,28 @@ std::vector<std::uint8_t> IccFile::ReadTag(std::uint32_t signature, std::size_t 
   return tag == nullptr ? std::vector<std::uint8_t>() : ReadTag(*tag, most);
 }
 
+std::optional<IccHeader> IccHeaderOf(std::span<const std::uint8_t> profile)
+{
+  return HeaderFrom(profile);
+}
+
+std::span<const std::uint8_t> IccTagOf(std::span<const std::uint8_t> profile, std::uint32_t signature)
+{
+  if (profile.size() < kHeaderSize + 4)
+    return {};
+  ByteReader reader(profile.subspan(kHeaderSize));
+  const auto count = reader.ReadBig<std::uint32_t>();
+  const auto table = reader.Take(std::size_t{count} * kTagEntrySize);
+  if (!reader.Ok() || count > kMostTags)
+    return {};
+  for (const IccTag &tag : TagsFrom(table)) {
+    if (tag.signature == signature)
+      return LiesWithin(tag, DataStart(count), profile.size()) ? profile.subspan(tag.offset, tag.size)
+                                                               : std::span<const std::uint8_t>();
+  }
+  return {};
+}
+
 std::vector<std::uint8_t> WithIccDescription(std::span<const std::uint8_t> profile, std::wstring_view description)
 {
   const auto header = profile.size() >= kHeaderSize + 4 ? HeaderFrom(profile) : std::nullopt;

@@ -100,6 +100,11 @@ private:
   std::vector<IccTag> tags_;
 };
 
+/// The header of a profile that is in memory; empty when the bytes do not begin as one.
+ZELCLR_API std::optional<IccHeader> IccHeaderOf(std::span<const std::uint8_t> profile);
+/// The bytes of the first tag of that signature, with its type signature; empty when there is none or it lies outside.
+ZELCLR_API std::span<const std::uint8_t> IccTagOf(std::span<const std::uint8_t> profile, std::uint32_t signature);
+
 /// Whether the tables that transforms are made of have the sizes that they claim, and sizes that a profile may have. A
 /// library that believes the claims may be given the file then.
 bool AreIccTablesSound(const IccFile &file);

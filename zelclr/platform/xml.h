@@ -1,8 +1,8 @@
 // XML documents as trees, and typed values in them.
 //
-// Names and expressions are UTF-8, values wide. Characters that XML cannot hold (controls but tab and line ends, lone
-// surrogates, U+FFFE, U+FFFF) are written as U+FFFD; every other text comes back as it was. What is refused in reading
-// stands in xml_reader.h.
+// Names and expressions are UTF-8, values wide, or UTF-8 where they are set. Characters that XML cannot hold (controls
+// but tab and line ends, lone surrogates, U+FFFE, U+FFFF, malformed UTF-8) are written as U+FFFD; every other text
+// comes back as it was. What is refused in reading stands in xml_reader.h.
 // Threads: a document and its nodes belong to one thread at a time; different documents may be used at once.
 // Errors: false, nothing or an empty node, and nothing changed; reading and saving say why, in English, with the line.
 #pragma once
@@ -39,12 +39,14 @@ public:
   std::wstring Text() const;
   /// Replaces the text and the inner elements; comments stay.
   bool SetText(std::wstring_view text);
+  bool SetText(std::string_view utf8);
 
   std::optional<std::wstring> Attribute(std::string_view name) const;
   /// In the order of the document, without the declarations of namespaces.
   std::vector<std::pair<std::string, std::wstring>> Attributes() const;
   /// A prefix must be declared.
   bool SetAttribute(std::string_view name, std::wstring_view value);
+  bool SetAttribute(std::string_view name, std::string_view utf8);
   /// Whether it was there.
   bool RemoveAttribute(std::string_view name);
 

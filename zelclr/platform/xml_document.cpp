@@ -6,6 +6,7 @@
 #include <libxml/xpath.h>
 #include <libxml/xpathInternals.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace ZelUtl {
@@ -66,24 +67,44 @@ std::wstring WideFromOwned(xmlChar *text)
   return wide;
 }
 
-/// UTF-8 of what XML can hold of a text: production 2 (Char) of XML 1.0; U+FFFD stands for the rest.
-std::string XmlCharacters(std::wstring_view wide)
+/// How many bytes at this place of UTF-8 XML cannot hold: production 2 (Char) of XML 1.0.
+std::size_t RefusedAt(const std::string &text, std::size_t i)
 {
-  const std::string text = Utf8FromWide(wide);
-  std::string characters;
+  const char c = text[i];
+  if (c == '\xEF')
+    return text.compare(i, 3, "\uFFFE") == 0 || text.compare(i, 3, "\uFFFF") == 0 ? 3 : 0;
+  return static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n' && c != '\r' ? 1 : 0;
+}
+
+/// U+FFFD stands for what XML cannot hold.
+std::string CharactersOfUtf8(std::string text)
+{
+  std::size_t i = 0;
+  while (i < text.size() && RefusedAt(text, i) == 0)
+    ++i;
+  if (i == text.size())
+    return text;
+  std::string characters(text, 0, i);
   characters.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char c = text[i];
-    const bool isControl = static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n' && c != '\r';
-    const bool isNoncharacter = text.compare(i, 3, "\uFFFE") == 0 || text.compare(i, 3, "\uFFFF") == 0;
-    if (isControl || isNoncharacter)
-      characters += "\uFFFD";
+  while (i < text.size()) {
+    const std::size_t refused = RefusedAt(text, i);
+    if (refused == 0)
+      characters += text[i];
     else
-      characters += c;
-    if (isNoncharacter)
-      i += 2;
+      characters += "\uFFFD";
+    i += std::max<std::size_t>(refused, 1);
   }
   return characters;
+}
+
+std::string XmlCharacters(std::wstring_view wide)
+{
+  return CharactersOfUtf8(Utf8FromWide(wide));
+}
+
+std::string XmlCharacters(std::string_view text)
+{
+  return CharactersOfUtf8(IsValidUtf8(text) ? std::string(text) : Utf8FromWide(WideFromUtf8(text)));
 }
 
 /// Of elements and attributes, as written.
@@ -183,26 +204,8 @@ void DropLayoutWithin(xmlNode *element)
     DropLayoutWithin(child); // kMostXmlDepth deep at most
 }
 
-void Ignore(void *, xmlError *) {}
-
-} // namespace
-
-std::string WXmlNode::Name() const
+bool PutText(xmlNode *node, const std::string &characters)
 {
-  return node_ ? NameAsWritten(NodeOf(node_)) : std::string();
-}
-
-std::wstring WXmlNode::Text() const
-{
-  return node_ ? WideFromOwned(xmlNodeGetContent(NodeOf(node_))) : std::wstring();
-}
-
-bool WXmlNode::SetText(std::wstring_view text)
-{
-  if (!node_)
-    return false;
-  xmlNode *const node = NodeOf(node_);
-  const std::string characters = XmlCharacters(text);
   xmlNode *const fresh = characters.empty() ? nullptr : xmlNewDocText(node->doc, Chars(characters));
   if (!characters.empty() && !fresh)
     return false;
@@ -221,6 +224,38 @@ bool WXmlNode::SetText(std::wstring_view text)
   else if (fresh)
     xmlAddChild(node, fresh);
   return true;
+}
+
+bool PutAttribute(xmlNode *node, std::string_view name, const std::string &characters)
+{
+  if (const xmlAttr *const attribute = FindAttribute(node, name))
+    return xmlSetNsProp(node, attribute->ns, attribute->name, Chars(characters)) != nullptr;
+  const auto newName = NewNameAt(node, name, true);
+  return newName && xmlSetNsProp(node, newName->space, Chars(newName->local), Chars(characters)) != nullptr;
+}
+
+void Ignore(void *, xmlError *) {}
+
+} // namespace
+
+std::string WXmlNode::Name() const
+{
+  return node_ ? NameAsWritten(NodeOf(node_)) : std::string();
+}
+
+std::wstring WXmlNode::Text() const
+{
+  return node_ ? WideFromOwned(xmlNodeGetContent(NodeOf(node_))) : std::wstring();
+}
+
+bool WXmlNode::SetText(std::wstring_view text)
+{
+  return node_ && PutText(NodeOf(node_), XmlCharacters(text));
+}
+
+bool WXmlNode::SetText(std::string_view utf8)
+{
+  return node_ && PutText(NodeOf(node_), XmlCharacters(utf8));
 }
 
 std::optional<std::wstring> WXmlNode::Attribute(std::string_view name) const
@@ -243,14 +278,12 @@ std::vector<std::pair<std::string, std::wstring>> WXmlNode::Attributes() const
 
 bool WXmlNode::SetAttribute(std::string_view name, std::wstring_view value)
 {
-  if (!node_)
-    return false;
-  xmlNode *const node = NodeOf(node_);
-  const std::string characters = XmlCharacters(value);
-  if (const xmlAttr *const attribute = FindAttribute(node, name))
-    return xmlSetNsProp(node, attribute->ns, attribute->name, Chars(characters)) != nullptr;
-  const auto newName = NewNameAt(node, name, true);
-  return newName && xmlSetNsProp(node, newName->space, Chars(newName->local), Chars(characters)) != nullptr;
+  return node_ && PutAttribute(NodeOf(node_), name, XmlCharacters(value));
+}
+
+bool WXmlNode::SetAttribute(std::string_view name, std::string_view utf8)
+{
+  return node_ && PutAttribute(NodeOf(node_), name, XmlCharacters(utf8));
 }
 
 bool WXmlNode::RemoveAttribute(std::string_view name)
