@@ -2,7 +2,11 @@
 
 #include "zelclr/colour/colour_names.h"
 #include "zelclr/colour/colour_text.h"
+#include "zelclr/palettes/formats/internal/palette_text.h"
+#include "zelclr/palettes/formats/internal/swatch_conversion.h"
 #include "zelclr/palettes/formats/internal/text_lines.h"
+
+#include <cmath>
 
 namespace ZelClr {
 
@@ -63,10 +67,18 @@ std::optional<CLR_COLORSPEC> ColorSpecFromInput(std::string_view text, std::stri
   return colour;
 }
 
-std::optional<ReadPalette> ReadColourList(std::string_view bytes, ReadProblem &problem)
+bool RecognisesColourList(std::string_view bytes)
+{
+  ReadProblem problem;
+  return !bytes.empty() && IsText(bytes, problem);
+}
+
+std::optional<SwatchBook> ReadColourList(std::string_view bytes, ReadProblem &problem)
 {
   TextLines lines(bytes);
-  ReadPalette palette;
+  if (!IsText(bytes, problem))
+    return std::nullopt;
+  SwatchBook book;
   std::string_view line;
   while (lines.Next(line)) {
     if (line.size() > kMostLineBytes) {
@@ -80,20 +92,89 @@ std::optional<ReadPalette> ReadColourList(std::string_view bytes, ReadProblem &p
     const std::string_view name = ZelUtl::Trimmed(line.substr(end));
     std::string reason;
     const auto colour = ColorSpecFromInput(text, reason);
-    if (!colour || (!name.empty() && ColorSpecFromName(text))) {
+    const bool isName = ColorSpecFromName(text).has_value();
+    if (!colour || (!name.empty() && isName)) {
       if (colour)
         reason = "\"" + std::string(line.substr(0, 40)) + "\" is no colour; a colour name stands alone";
       problem = {lines.Number(), std::move(reason)};
       return std::nullopt;
     }
-    if (palette.colours.size() == kMostColours) {
-      problem = {lines.Number(), "more than " + std::to_string(kMostColours) + " colours"};
+    if (book.swatches.size() == kMostSwatches) {
+      problem = {lines.Number(), TooManySwatches()};
       return std::nullopt;
     }
-    const bool isName = ColorSpecFromName(text).has_value();
-    palette.colours.push_back({*colour, std::string(isName ? text : name), lines.Number()});
+    book.swatches.push_back(RecordSwatch(std::string(isName ? text : name), *colour));
+    book.swatches.back().line = lines.Number();
   }
-  return palette;
+  return book;
+}
+
+namespace {
+
+bool HasText(const CLR_COLORSPEC &record)
+{
+  return !TextFromColorSpec(record).empty();
+}
+
+bool IsNear(const std::array<double, 4> &a, const std::array<double, 4> &b, double tolerance)
+{
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (!(std::abs(a[i] - b[i]) <= tolerance))
+      return false;
+  }
+  return true;
+}
+
+/// The record that holds the numbers of a swatch best.
+CLR_COLORSPEC FinestRecord(const Swatch &swatch)
+{
+  const auto scaled = [&swatch](std::size_t i, double most) { return std::lround(swatch.values[i] * most); };
+  const auto word = [&](std::size_t i) { return static_cast<std::uint16_t>(scaled(i, 65535.0)); };
+  const auto percent = [&](std::size_t i) { return static_cast<std::uint8_t>(scaled(i, 100.0)); };
+  if (swatch.model == SwatchModel::Record || IsNear(RecordSwatch({}, swatch.record).values, swatch.values, 1e-7))
+    return swatch.record;
+  if (swatch.model == SwatchModel::Gray)
+    return CLR_COLORSPEC::MakeGRAY16(word(0));
+  if (swatch.model == SwatchModel::Cmyk) {
+    const CLR_COLORSPEC percents = CLR_COLORSPEC::MakeCMYK100(percent(0), percent(1), percent(2), percent(3));
+    return IsNear(RecordSwatch({}, percents).values, swatch.values, 1e-7) ? percents : swatch.record;
+  }
+  if (swatch.model == SwatchModel::Lab)
+    return swatch.record;
+  const CLR_COLORSPEC words = CLR_COLORSPEC::MakeRGB48(word(0), word(1), word(2));
+  if (IsNear(RecordSwatch({}, words).values, swatch.values, 1e-7))
+    return words;
+  const auto component = [&swatch](std::size_t i) { return static_cast<float>(swatch.values[i]); };
+  return CLR_COLORSPEC::MakeSCRGB(component(0), component(1), component(2));
+}
+
+} // namespace
+
+std::optional<WrittenPalette> WriteColourList(const SwatchBook &source, std::string &reason)
+{
+  WrittenPalette written;
+  const SwatchBook book = Fitted(source,
+                                 {.cmyk = true,
+                                  .gray = true,
+                                  .lab = true,
+                                  .keepsRecord = HasText,
+                                  .rgbBeyond = kAnyRgb,
+                                  .otherwise = SwatchModel::Cmyk},
+                                 written.notes);
+  if (!IsWritable(book, kMostSwatches, reason))
+    return std::nullopt;
+  std::size_t rounded = 0;
+  for (const Swatch &swatch : book.swatches) {
+    const CLR_COLORSPEC record = FinestRecord(swatch);
+    rounded += !IsNear(RecordSwatch({}, record).values, swatch.values, 1e-6);
+    written.bytes.append(TextFromColorSpec(record));
+    if (const std::string name = OneLine(swatch.name); !name.empty())
+      written.bytes.append(" ").append(name);
+    written.bytes += "\n";
+  }
+  if (rounded > 0)
+    written.notes.push_back(CountOf(rounded, "colour was", "colours were") + " rounded");
+  return written;
 }
 
 } // namespace ZelClr

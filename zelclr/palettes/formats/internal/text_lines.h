@@ -9,8 +9,7 @@
 
 namespace ZelClr {
 
-/// Palettes larger than this are mistakes or attacks.
-inline constexpr std::size_t kMostColours = 100000;
+/// Lines longer than this are mistakes or attacks.
 inline constexpr std::size_t kMostLineBytes = 4096;
 inline constexpr const char *kLineTooLong = "a line of more than 4096 bytes";
 
