@@ -40,8 +40,8 @@ std::vector<Input> Inputs(const std::vector<std::string> &arguments)
     const auto list = ZelClr::ReadColourList(ReadInput("-"), problem);
     if (!list)
       throw Failure(ExitCode::Unreadable, place(problem.line) + Harmless(problem.reason));
-    for (const ZelClr::NamedColour &entry : list->colours)
-      inputs.push_back({place(entry.line), entry.colour});
+    for (const ZelClr::Swatch &swatch : list->swatches)
+      inputs.push_back({place(swatch.line), swatch.record});
   }
   return inputs;
 }

@@ -37,9 +37,13 @@ int RunTool(int argc, char **argv)
              "CMYK100(0,50,100,0), LAB(67,45,60), HSB(30,100,100).\n"
              "Exit status: 0 fine, 1 findings, 2 wrong use, 3 a file that cannot be read or written,\n"
              "4 something missing.");
+  cli::AddContrast(app, output, exitCode);
   cli::AddConvert(app, output, exitCode);
+  cli::AddGradient(app, output, exitCode);
+  cli::AddHarmony(app, output, exitCode);
   cli::AddImage(app, output, exitCode);
   cli::AddInfo(app, output, exitCode);
+  cli::AddPalette(app, output, exitCode);
   cli::AddProfile(app, output, exitCode);
   cli::AddProof(app, output, exitCode);
   cli::AddReport(app, output, exitCode);

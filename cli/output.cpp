@@ -98,6 +98,13 @@ void PrintJson(std::string_view schema, const Json &content, int schemaVersion)
   std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
+void SayNotes(const std::string &path, const std::vector<std::string> &notes)
+{
+  std::fflush(stdout);
+  for (const std::string &note : notes)
+    std::fprintf(stderr, "zelclr: %s: %s\n", Harmless(path).c_str(), Harmless(note).c_str());
+}
+
 std::string HexFromColorSpec(const CLR_COLORSPEC &colour)
 {
   const auto rgb = WClrConvert::ConvertColorSpecToCOLORREF(colour);

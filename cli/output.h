@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace cli {
 
@@ -38,6 +39,9 @@ struct Output
 
 /// Writes one JSON document with the schema's name and version in front.
 void PrintJson(std::string_view schema, const Json &content, int schemaVersion = 1);
+
+/// On standard error, one line each.
+void SayNotes(const std::string &path, const std::vector<std::string> &notes);
 
 /// "#ff8000"; empty for a colour without an appearance on screen.
 std::string HexFromColorSpec(const CLR_COLORSPEC &colour);

@@ -1,7 +1,7 @@
 // zelclr report FILE [-o report.html]
 
-#include "cli/colour_facts.h"
 #include "cli/command.h"
+#include "cli/palette_input.h"
 #include "cli/profile/words.h"
 #include "cli/report/forms.h"
 #include "zelclr/platform/files.h"
@@ -21,32 +21,16 @@ struct Arguments
   PressOptions press;
 };
 
-/// "brand" of "examples/brand.gpl".
-std::string BareName(const std::string &path)
-{
-  if (path == "-")
-    return "Standard input";
-  const auto slash = path.find_last_of("/\\");
-  const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
-  const auto dot = name.rfind('.');
-  return dot == std::string::npos || dot == 0 ? name : name.substr(0, dot);
-}
-
 ExitCode MakeReport(const Arguments &arguments, const Output &output)
 {
   if (output.json && arguments.page == "-")
     throw Failure(ExitCode::Usage, "--json and -o - both print to standard output");
   if (ZelUtl::IsSameFile(arguments.file, arguments.page))
     throw Failure(ExitCode::Usage, Harmless(arguments.page) + " is the palette itself");
-  const std::string bytes = ReadInput(arguments.file);
-  ZelClr::ReadProblem problem;
-  const auto palette = ZelClr::ReadPaletteText(bytes, problem);
-  if (!palette) {
-    throw Failure(ExitCode::Unreadable, Harmless(arguments.file) + ":" +
-                                          (problem.line ? std::to_string(problem.line) + ": " : std::string(" ")) +
-                                          Harmless(problem.reason));
-  }
-  const Report report = Analyse(*palette, BareName(arguments.file), arguments.press);
+  const LoadedPalette palette = LoadPalette(arguments.file);
+  if (palette.book.swatches.empty())
+    throw Failure(ExitCode::Unreadable, InWords(arguments.file, {0, "no colours"}));
+  const Report report = Analyse(palette.book, palette.Name(), arguments.press);
 
   if (arguments.page == "-") {
     const std::string page = PageOf(report);
@@ -69,7 +53,8 @@ void AddReport(CLI::App &app, Output &output, ExitCode &exitCode)
 {
   auto arguments = std::make_shared<Arguments>();
   CLI::App *command = app.add_subcommand("report", "Will these colours print, and what will they become?");
-  command->add_option("file", arguments->file, "A palette: GPL, or a list of colours, one to a line; - reads it")
+  command
+    ->add_option("file", arguments->file, "A palette of any format, or a list of colours, one to a line; - reads it")
     ->required()
     ->type_name("FILE");
   command->add_option("-o,--output", arguments->page, "Write the report as an HTML page; - prints it")

@@ -59,11 +59,11 @@ public:
     separation_.SetMapGrayscalToBlackChannel(press.grayIsBlackInk);
   }
 
-  ReportRow RowOf(const ZelClr::NamedColour &source) const
+  ReportRow RowOf(const ZelClr::Swatch &source) const
   {
     ReportRow row;
     row.source = source;
-    const CLR_COLORSPEC &colour = source.colour;
+    const CLR_COLORSPEC &colour = source.record;
     CLR_COLORSPEC process;
     if (colour.IsSpot() ? !SimpleColorConverter::NormalizeSpotColorSpecToProcess(colour, spotModel_, process)
                         : !SimpleColorConverter::NormalizeColorSpec(colour, process))
@@ -180,7 +180,7 @@ bool Report::HasFindings() const
   return CountWillNotPrint() + Count(Verdict::Unknown) > 0;
 }
 
-Report Analyse(const ZelClr::ReadPalette &palette, const std::string &fileName, const PressOptions &options)
+Report Analyse(const ZelClr::SwatchBook &palette, const std::string &fileName, const PressOptions &options)
 {
   const ColorContext settings = ColorContext::GetApplicationDefaultColorContext();
   Report report;
@@ -189,8 +189,8 @@ Report Analyse(const ZelClr::ReadPalette &palette, const std::string &fileName, 
   report.rgbProfile = NameOfProfile(settings.GetRgbColorProfile());
   report.cmykProfile = NameOfProfile(settings.GetCmykColorProfile());
   const Printer printer(report.press, settings);
-  report.rows.reserve(palette.colours.size());
-  for (const ZelClr::NamedColour &colour : palette.colours)
+  report.rows.reserve(palette.swatches.size());
+  for (const ZelClr::Swatch &colour : palette.swatches)
     report.rows.push_back(printer.RowOf(colour));
   return report;
 }

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "cli/report/press.h"
-#include "zelclr/palettes/formats/palette_reading.h"
+#include "zelclr/palettes/formats/palette_format.h"
 
 #include <optional>
 #include <string>
@@ -42,7 +42,7 @@ struct Print
 
 struct ReportRow
 {
-  ZelClr::NamedColour source;
+  ZelClr::Swatch source;
   Verdict verdict = Verdict::Unknown;
 
   /// Whether the following are known: not for a colour that prints with an ink of its own or needs its palette.
@@ -74,6 +74,6 @@ struct Report
 /// with a known appearance is judged by it, in the model that the settings choose for spot colours; without one it is
 /// its own ink. Builds are whole percents. What is in gamut the library says: ProofColorConverter::IsColorInGamut.
 /// Throws Failure where no profile or no engine is to be had.
-Report Analyse(const ZelClr::ReadPalette &palette, const std::string &fileName, const PressOptions &options);
+Report Analyse(const ZelClr::SwatchBook &palette, const std::string &fileName, const PressOptions &options);
 
 } // namespace cli

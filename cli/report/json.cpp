@@ -94,7 +94,7 @@ Json JsonOf(const Report &report)
   for (const ReportRow &row : report.rows) {
     Json entry = {{"name", row.source.name},
                   {"line", row.source.line},
-                  {"source", ZelClr::TextFromColorSpec(row.source.colour)},
+                  {"source", ZelClr::TextFromColorSpec(row.source.record)},
                   {"verdict", WordsOf(row.verdict).key}};
     if (row.HasBuild()) {
       entry["screen"] = HexFromColorSpec(row.screen);

@@ -167,7 +167,7 @@ std::string LineHtml(const std::string &rowClass, const CLR_COLORSPEC &screen, c
 
 std::string ColourHtml(const ReportRow &row)
 {
-  const std::string value = ZelClr::TextFromColorSpec(row.source.colour);
+  const std::string value = ZelClr::TextFromColorSpec(row.source.record);
   const auto [key, label] = WordsOf(row.verdict);
   const auto who = [](const std::string &name, const std::string &values) {
     return "<div class=\"name\" dir=\"auto\">" + Escaped(name) + "</div><div class=\"value\">" + values + "</div>";
@@ -183,8 +183,8 @@ std::string ColourHtml(const ReportRow &row)
   if (row.tooMuchInk)
     says += "<div class=\"verdict beyond\">too much ink</div>";
   // RGB that the screen shows as it is would say the same twice.
-  const bool isRgb = row.source.colour.GetType() == ZelClr::ClrModel::Rgb255;
-  const bool isSaid = value == name || (isRgb && Hex(row.source.colour) == Hex(row.screen));
+  const bool isRgb = row.source.record.GetType() == ZelClr::ClrModel::Rgb255;
+  const bool isSaid = value == name || (isRgb && Hex(row.source.record) == Hex(row.screen));
   const std::string values = (isSaid ? "" : Escaped(value) + " &middot; ") + shown(row.screen, row.build.paper);
   std::string html = "<tbody class=\"colour\">" + LineHtml("", row.screen, row.build, who(name, values), says);
   if (row.nearest)

@@ -17,7 +17,7 @@ std::string RightAligned(const std::string &text, std::size_t columns)
 
 std::string NameOf(const ReportRow &row)
 {
-  return Harmless(row.source.name.empty() ? ZelClr::TextFromColorSpec(row.source.colour) : row.source.name);
+  return Harmless(row.source.name.empty() ? ZelClr::TextFromColorSpec(row.source.record) : row.source.name);
 }
 
 std::string VerdictText(const ReportRow &row)
