@@ -86,7 +86,7 @@ TEST(TintArchive, WhatIsNotWholeIsRefusedAndChangesNothing)
   for (std::size_t size = 0; size < bytes.size(); ++size)
     EXPECT_TRUE(refused({bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)})) << "of " << size;
   // Signature, length, version, what must be zero, lengths of texts.
-  for (const std::size_t at : {0, 3, 4, 7, 8, 9, 11, 16, 17, 19}) {
+  for (const std::size_t at : {0u, 3u, 4u, 7u, 8u, 9u, 11u, 16u, 17u, 19u}) {
     for (const int change : {1, 0x80, 0xFF}) {
       auto form = bytes;
       form[at] = static_cast<std::uint8_t>(form[at] ^ change);

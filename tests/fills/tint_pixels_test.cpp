@@ -110,7 +110,7 @@ TEST_F(TintPixels, TouchNothingBeyondTheRun)
     const TINT tint = TintOf(kind, 700, C::MakeRGB(200, 100, 0), C::MakeRGB(0, 50, 250));
     Bytes whole = all;
     ASSERT_TRUE(tint.pixelOperation(tint, whole.data(), whole.size() / 3, context));
-    for (const std::size_t count : {0, 1, 15, 16, 17, 63, 255, 256, 257, 600}) {
+    for (const std::size_t count : {0u, 1u, 15u, 16u, 17u, 63u, 255u, 256u, 257u, 600u}) {
       Bytes pixels = all;
       ASSERT_TRUE(tint.pixelOperation(tint, pixels.data(), count, context));
       EXPECT_TRUE(std::equal(pixels.begin(), pixels.begin() + static_cast<std::ptrdiff_t>(3 * count), whole.begin()));

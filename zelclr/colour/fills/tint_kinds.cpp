@@ -6,7 +6,9 @@
 #include "zelclr/colour/scaling.h"
 #include "zelclr/convert/w_clr_convert.h"
 
+#include <cstdlib>
 #include <iterator>
+#include <limits>
 #include <optional>
 #include <vector>
 
