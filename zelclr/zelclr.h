@@ -40,6 +40,8 @@
 #include "zelclr/colour/palette_types.h"
 #include "zelclr/convert/formula_rows.h"
 #include "zelclr/convert/formulas.h"
+#include "zelclr/convert/visitors/color_spec_converter.h"
+#include "zelclr/convert/visitors/traverse_color.h"
 #include "zelclr/convert/w_clr_color_device_n.h"
 #include "zelclr/convert/w_clr_color_space_device_n.h"
 #include "zelclr/convert/w_clr_convert.h"

@@ -75,8 +75,10 @@ bool WClrPalette::ChangeColor(int index, const PaletteEntry &entry)
   if (IsLocked() || !IsIndex(index) || !MakeColor(entry, color, added))
     return false;
   const WXmlColor &old = xml_.GetColor(static_cast<std::size_t>(index));
-  if (color.name == old.name)
+  if (color.name == old.name || entry.name == GetColorName(index)) { // as told: with the prefix, in the user's language
+    color.name = old.name;
     color.resid = old.resid;
+  }
   color.frequencyOrder = old.frequencyOrder;
   AddSpaces(added);
   xml_.ReplaceColor(static_cast<std::size_t>(index), std::move(color));
