@@ -105,6 +105,26 @@ std::string Ring(const Wheel &wheel)
   return ring;
 }
 
+/// At hue and saturation; what would lie on a dot before it, as shades do, moves aside, to the right and to the left of
+/// its arm by turns.
+std::vector<Point> DotsOf(const Wheel &wheel, const ShownHarmony &harmony, double size)
+{
+  constexpr int kMostSteps = 12;
+  std::vector<Point> dots;
+  for (const HarmonyColour &colour : harmony.colours) {
+    const double angle = colour.place.hue * std::numbers::pi / 180.0;
+    const Point on = wheel.At(colour.place.hue, wheel.Reach() * colour.place.saturation / 255.0);
+    Point at = on;
+    const auto isCovered = [&](const Point &other) { return std::hypot(at.x - other.x, at.y - other.y) < 1.3 * size; };
+    for (int step = 1; step <= kMostSteps && std::any_of(dots.begin(), dots.end(), isCovered); ++step) {
+      const double aside = (step % 2 == 1 ? 1.0 : -1.0) * static_cast<double>((step + 1) / 2) * 2.1 * size;
+      at = {on.x + aside * std::cos(angle), on.y + aside * std::sin(angle)};
+    }
+    dots.push_back(at);
+  }
+  return dots;
+}
+
 std::string DrawnWheel(const Wheel &wheel, const ShownHarmony &harmony)
 {
   std::string drawing = Ring(wheel);
@@ -115,12 +135,12 @@ std::string DrawnWheel(const Wheel &wheel, const ShownHarmony &harmony)
     drawing += Line(wheel.centre.x, wheel.centre.y, end.x, end.y, i == 0 ? "arm base" : "arm");
   }
   const double size = wheel.radius * 0.085;
+  const std::vector<Point> dots = DotsOf(wheel, harmony, size);
   for (std::size_t i = harmony.colours.size(); i-- > 0;) { // the base lies on top
-    const HarmonyColour &colour = harmony.colours[i];
-    const Point at = wheel.At(colour.place.hue, wheel.Reach() * colour.place.saturation / 255.0);
     const double radius = i == 0 ? size * 1.25 : size;
-    drawing += Circle(at, radius, "dot", HexOf(colour.screen)) + Circle(at, radius + 0.35, "rim") +
-               Mark(at, radius * 1.05, colour.screen, std::to_string(i + 1));
+    const COLORREF screen = harmony.colours[i].screen;
+    drawing += Circle(dots[i], radius, "dot", HexOf(screen)) + Circle(dots[i], radius + 0.35, "rim") +
+               Mark(dots[i], radius * 1.05, screen, std::to_string(i + 1));
   }
   return drawing;
 }

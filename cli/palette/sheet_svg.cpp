@@ -4,6 +4,7 @@
 #include "cli/palette/swatch_facts.h"
 #include "cli/profile/svg.h"
 #include "zelclr/platform/folders.h"
+#include "zelclr/platform/text.h"
 
 #include <algorithm>
 
@@ -18,6 +19,7 @@ constexpr double kMargin = 12.0;
 constexpr double kGap = 4.0;
 constexpr double kTileShare = 0.64; ///< a swatch's height to its width
 constexpr double kLabels = 13.5;    ///< below it
+constexpr double kLinePitch = 3.1;  ///< of their lines
 constexpr double kLetter = 0.62;    ///< a letter's usual width, in its size
 constexpr double kNameSize = 2.9;   ///< of letters, as below
 constexpr double kValueSize = 2.45;
@@ -48,8 +50,8 @@ std::string Shortened(const std::string &text, double width, double fontSize)
 
 std::string At(double x, double y, double scale, const std::string &drawing)
 {
-  return "<g transform=\"translate(" + Number(x) + " " + Number(y) + ") scale(" + std::to_string(scale) + ")\">" +
-         drawing + "</g>";
+  return "<g transform=\"translate(" + Number(x) + " " + Number(y) + ") scale(" + ZelUtl::TextFromNumber(scale, 5) +
+         ")\">" + drawing + "</g>";
 }
 
 std::string TileOf(const SheetColour &colour, double x, double y, double width)
@@ -66,9 +68,11 @@ std::string TileOf(const SheetColour &colour, double x, double y, double width)
   double line = base + 7.4;
   if (hasName) {
     tile += Text(x, line, "value", Shortened(value, width, kValueSize));
-    line += 3.1;
+    line += kLinePitch;
   }
-  tile += Text(x, line, "value", ink.empty() ? screen : screen + " \u00b7 " + ink);
+  tile += Text(x, line, "value", screen);
+  if (!ink.empty())
+    tile += Text(x, line + kLinePitch, "value", ink);
   return tile + "</g>\n";
 }
 
@@ -94,7 +98,7 @@ std::string SvgOf(const Sheet &sheet)
     sheet.columns == 0 || sheet.columns > kMostColumns ? kColumns : std::max(sheet.columns, kLeastColumns);
   const double inner = kWidth - 2.0 * kMargin;
   const double width = (inner - kGap * static_cast<double>(columns - 1)) / static_cast<double>(columns);
-  const double pitch = width * kTileShare + kLabels;
+  const double pitch = width * kTileShare + kLabels + (sheet.CountSpots() > 0 ? kLinePitch : 0.0);
 
   double y = kMargin + 6.0;
   std::string body = Text(kMargin, y, "title", Shortened(Harmless(sheet.name), inner, 7.4));

@@ -48,7 +48,7 @@ Json JsonOf(const Sheet &sheet)
     for (const SheetColour &colour : group.colours) {
       Json entry = JsonOfSwatch(colour.swatch);
       if (!sheet.press.empty())
-        entry["inGamut"] = colour.inGamut;
+        entry["inGamut"] = colour.screen.IsInvalid() ? Json() : Json(colour.inGamut);
       colours.push_back(std::move(entry));
     }
     groups.push_back({{"name", group.name.empty() ? Json() : Json(group.name)}, {"colours", colours}});
