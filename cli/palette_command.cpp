@@ -61,10 +61,16 @@ void AddWriters(CLI::App *palette, Output &output)
   CLI::App *command = palette->add_subcommand("convert", "Write a palette in another format, and say what is lost");
   command->add_option("palette", sources->front(), kPaletteHelp)->required()->type_name("IN");
   AddDestination(command, *destination);
+  const auto context = std::make_shared<std::string>();
+  command
+    ->add_option("--context", *context,
+                 "Converts the colours from the profiles in force to those of a settings\n"
+                 "preset, or to a profile; inks and Lab stay")
+    ->type_name("PRESET|PROFILE");
   command->footer("A palette of our own that stays one keeps everything, its identifier among it, unless it gets\n"
                   "another name. Formats that are read only: " +
                   FormatsInWords(false) + ", cpl.");
-  command->callback([=, &output] { ConvertPalette(sources->front(), *destination, output); });
+  command->callback([=, &output] { ConvertPalette(sources->front(), *context, *destination, output); });
 
   const auto arguments = std::make_shared<SortArguments>();
   command = palette->add_subcommand("sort", "Order the colours of a palette");

@@ -29,7 +29,9 @@ struct Destination
   std::string format; ///< a key; empty: by the path
   std::string name;   ///< what the palette is called from then on; empty: as it was
 };
-void ConvertPalette(const std::string &palette, const Destination &destination, const Output &output);
+/// `context`: a settings preset or a profile that the colours are converted to (ContextFrom); empty for none.
+void ConvertPalette(const std::string &palette, const std::string &context, const Destination &destination,
+                    const Output &output);
 
 struct SortArguments
 {
