@@ -115,7 +115,7 @@ std::vector<Point> DotsOf(const Wheel &wheel, const ShownHarmony &harmony, doubl
     const double angle = colour.place.hue * std::numbers::pi / 180.0;
     const Point on = wheel.At(colour.place.hue, wheel.Reach() * colour.place.saturation / 255.0);
     Point at = on;
-    const auto isCovered = [&](const Point &other) { return std::hypot(at.x - other.x, at.y - other.y) < 1.3 * size; };
+    const auto isCovered = [&](const Point &other) { return std::hypot(at.x - other.x, at.y - other.y) < 1.6 * size; };
     for (int step = 1; step <= kMostSteps && std::any_of(dots.begin(), dots.end(), isCovered); ++step) {
       const double aside = (step % 2 == 1 ? 1.0 : -1.0) * static_cast<double>((step + 1) / 2) * 2.1 * size;
       at = {on.x + aside * std::cos(angle), on.y + aside * std::sin(angle)};

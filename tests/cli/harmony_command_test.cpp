@@ -119,7 +119,7 @@ TEST(ContrastCommand, MeasuresPairs)
               {"'#777777' white --need aa-large", 4.478, 0},
               {"'#777777' white --need ui", 4.478, 0},
               {"'#595959' white --need aaa", 7.004, 0},
-              {"'#5a5a5a' white --need aaa", 6.895, 1},
+              {"'#5a5a5a' white --need aaa", 6.896, 1},
               {"'#777777' white --need aaa-large", 4.478, 1}};
   for (const auto &row : rows) {
     const auto result = tests::RunTool(std::string("contrast ") + row.words + " --json");

@@ -494,3 +494,27 @@ TEST_F(PaletteCommand, HostileBytesAreRefusedOrHarmless)
     EXPECT_THAT(result.output + result.errors, Not(HasSubstr("\xC2\x9B"))) << words;
   }
 }
+
+TEST_F(PaletteCommand, ContextsMoveProcessColoursAndLeaveInksAlone)
+{
+  const std::string own = Write("own.xml", "<palette guid=\"{11111111-2222-3333-4444-555555555555}\"><colorspaces>"
+                                           "<cs name=\"Ink\" fixedID=\"1\"><color cs=\"CMYK\" tints=\"0,1,0,0\"/></cs>"
+                                           "</colorspaces><colors><page><color cs=\"CMYK\" name=\"Orange\" "
+                                           "tints=\"0,0.6,1,0\"/><color cs=\"Ink\" name=\"Ink\"/>"
+                                           "<color cs=\"LAB\" name=\"Lab\" tints=\"0.5,0.6,0.6\"/></page></colors>"
+                                           "</palette>");
+  const std::string press = "'GRACoL Coated TR006.icc'";
+  const auto result = Run("convert --json " + own + " -o " + Path("moved.xml") + " --context " + press);
+  ASSERT_EQ(result.exitCode, 0) << result.errors;
+  const json changed = json::parse(result.output)["changed"];
+  ASSERT_EQ(changed.size(), 1U);
+  EXPECT_EQ(changed[0]["before"]["name"], "Orange");
+  EXPECT_THAT(Read("moved.xml"), HasSubstr("{11111111-2222-3333-4444-555555555555}"));
+  EXPECT_EQ(Run("diff " + own + " " + Path("moved.xml") + " --tolerance 0.01").exitCode, 1);
+
+  // The same profile changes nothing; what is no profile of documents, or none at all, is refused.
+  EXPECT_THAT(Run("convert " + own + " -o " + Path("same.xml") + " --context 'ISO Coated FOGRA39.icc'").output,
+              HasSubstr("0 of 3 colours changed"));
+  EXPECT_EQ(Run("convert " + own + " -o " + Path("none.xml") + " --context nowhere").exitCode, 3);
+  EXPECT_FALSE(std::filesystem::exists(Path("none.xml")));
+}

@@ -1,5 +1,5 @@
 // Style sheets as JSON and back.
-#include "tests/palettes/support/palette_folders.h"
+#include "tests/harmony/support/documents.h"
 #include "tests/support/colours.h"
 #include "zelclr/harmony/color_style_sheet.h"
 #include "zelclr/platform/json_writer.h"
@@ -38,7 +38,7 @@ std::string Sheet(const std::vector<std::string> &names, const std::string &rest
          (rest.empty() ? "" : ",") + rest + "}";
 }
 
-struct StyleSheetJson : tests::PaletteFolders
+struct StyleSheetJson : tests::Documents
 {
   StyleSheetJson() : palette(Manager().CreateStylesPalette(one)), sheet(palette) {}
   ~StyleSheetJson() override { sheet.SetStylesPalette(nullptr); }
@@ -212,7 +212,7 @@ TEST_F(StyleSheetJson, MakesEveryColourAStyle)
   ASSERT_TRUE(sheet.AddColorStyle(L"b", Colour::MakeRGB(1, 2, 3)));
   const Colour holder = *sheet.FindColorStyle(L"b");
   ASSERT_TRUE(sheet.ImportJson(Json(Sheet({"A", "B", "a", "", "A (2)", "A"}, R"("ruled-harmonies": [])"))));
-  EXPECT_EQ(sheet.GetColorStyleNames(), (Texts{L"A", L"B", L"a (3)", L"K57 %", L"A (2)", L"A (4)"}));
+  EXPECT_EQ(sheet.GetColorStyleNames(), (Texts{L"A", L"B", L"a (3)", L"K10 %", L"A (2)", L"A (4)"}));
   EXPECT_EQ(holder.GetType(), Model::Gray255) << "of the same name";
 
   // One that follows another style would follow what goes.

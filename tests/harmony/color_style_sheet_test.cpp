@@ -1,5 +1,5 @@
 // The style sheet: styles, their holders, and harmonies that move.
-#include "tests/palettes/support/palette_folders.h"
+#include "tests/harmony/support/documents.h"
 #include "tests/support/colours.h"
 #include "zelclr/colorsystem/color_converter.h"
 #include "zelclr/convert/w_clr_convert.h"
@@ -29,13 +29,13 @@ struct Listener : ZelUtl::IPropertyListener
   Texts heard;
 };
 
-/// A colour of full brightness at a hue of the wheel.
+/// A colour of full brightness at a hue of the wheel; multiples of 30 come back exactly.
 Colour AtHue(int wheelHue, int saturation = 255)
 {
   return HSB(wheelHue, saturation, 255).GetColorSpec(Model::Hsb);
 }
 
-struct StyleSheet : tests::PaletteFolders
+struct StyleSheet : tests::Documents
 {
   StyleSheet() : palette(Manager().CreateStylesPalette(document)), sheet(palette)
   {
@@ -237,8 +237,8 @@ TEST_F(StyleSheet, GroupsEachStyleOnce)
 
 TEST_F(StyleSheet, MovesAHarmonyWithItsBase)
 {
-  MakeHarmony(RuleType::Triad, {10, 30, 200});
-  EXPECT_EQ(Hues(), (std::vector<int>{10, 130, 250})) << "arranged by the rule";
+  MakeHarmony(RuleType::Triad, {30, 0, 210});
+  EXPECT_EQ(Hues(), (std::vector<int>{30, 150, 270})) << "arranged by the rule";
   const Colour holder = *sheet.FindColorStyle(L"2");
   ASSERT_TRUE(sheet.ChangeColorStyle(L"0", AtHue(20, 100)));
   const int base = Hues()[0];
@@ -335,15 +335,15 @@ TEST_F(StyleSheet, IsSeenDraggedAndEditedOnce)
   EXPECT_TRUE(palette->IsChanged());
 
   HarmonyDrag lost(sheet, L"0");
-  lost.MoveTo({10, 255, 255});
+  lost.MoveTo({30, 255, 255});
   ASSERT_TRUE(sheet.RemoveColorStyle(L"1"));
   EXPECT_TRUE(lost.Finish()) << "passes over what is gone";
-  EXPECT_EQ(Hues(), (std::vector<int>{10}));
+  EXPECT_EQ(Hues(), (std::vector<int>{30}));
   HarmonyDrag locked(sheet, L"0");
   locked.MoveTo({99, 255, 255});
   palette->SetLocked(true);
   EXPECT_FALSE(locked.Finish());
-  EXPECT_EQ(RecordHues(), (std::vector<int>{10}));
+  EXPECT_EQ(RecordHues(), (std::vector<int>{30}));
   EXPECT_FALSE(HarmonyDrag(sheet, L"0").IsValid());
   EXPECT_FALSE(HarmonyDrag(sheet, L"none").IsValid());
 }

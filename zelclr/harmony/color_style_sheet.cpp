@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <set>
 #include <utility>
 
 namespace ZelClr {
@@ -74,11 +75,8 @@ void ColorStyleSheet::OnPropertiesChanged(std::wstring_view names)
 
 void ColorStyleSheet::Tell(std::wstring_view news)
 {
-  if (news_.find(news) != std::wstring::npos)
-    return;
-  if (!news_.empty())
-    news_ += L',';
-  news_ += news;
+  if (std::find(news_.begin(), news_.end(), news) == news_.end())
+    news_.push_back(news);
 }
 
 /// The end of an edit.
@@ -87,8 +85,11 @@ void ColorStyleSheet::Settle()
   ++editing_;
   Follow(false);
   --editing_;
-  if (!news_.empty())
-    Broadcast(std::exchange(news_, std::wstring()));
+  std::wstring names;
+  for (const std::wstring_view news : std::exchange(news_, {}))
+    names.append(names.empty() ? L"" : L",").append(news);
+  if (!names.empty())
+    Broadcast(names);
 }
 
 /// Brings the styles to what the palette has. A palette that was read anew is taken as it is: nothing in it was
@@ -96,10 +97,10 @@ void ColorStyleSheet::Settle()
 void ColorStyleSheet::Follow(bool isReload)
 {
   if (!HasNames()) {
+    Tell(kStylesChanged);
     if (!isReload)
       FollowRename();
     ReadNames();
-    Tell(kStylesChanged);
   }
   ReadValues(isReload);
 }
@@ -185,16 +186,26 @@ void ColorStyleSheet::ReadNames()
     styleOfCell_[made.reference.GetReference()] = &made;
   }
   styles_.erase(std::wstring());
-  for (const auto &[key, style] : former)
-    Forget(key);
+  Forget(former);
 }
 
-/// What a style leaves behind when it goes.
-void ColorStyleSheet::Forget(const std::wstring &key)
+/// What styles leave behind when they go; as fast for all as for one.
+void ColorStyleSheet::Forget(const std::map<std::wstring, Style> &gone)
 {
-  Leave(key);
-  const auto isOf = [&](const ExternalColorStyle &external) { return FoldedCase(external.alias) == key; };
-  if (std::erase_if(external_, isOf) > 0) {
+  std::set<Harmony *> left;
+  for (const auto &[key, style] : gone) {
+    const auto harmony = harmonyOf_.find(key);
+    if (harmony == harmonyOf_.end())
+      continue;
+    left.insert(harmony->second);
+    harmonyOf_.erase(harmony);
+  }
+  for (Harmony *const harmony : left)
+    harmony->RemoveColorsIf([&](const std::wstring &name) { return gone.contains(FoldedCase(name)); });
+  if (!left.empty())
+    Tell(kHarmoniesChanged);
+  const auto isGone = [&](const ExternalColorStyle &external) { return gone.contains(FoldedCase(external.alias)); };
+  if (!gone.empty() && std::erase_if(external_, isGone) > 0) {
     IndexAliases();
     Tell(kExternalStylesChanged);
   }

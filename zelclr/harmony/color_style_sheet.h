@@ -188,7 +188,7 @@ private:
   int PlaceOf(const Style &style) const;
   void SetValue(Style &style, const CLR_COLORSPEC &value);
   bool Store(Style &style, const CLR_COLORSPEC &color, const std::optional<HSB> &position);
-  void Forget(const std::wstring &key);
+  void Forget(const std::map<std::wstring, Style> &gone);
   void IndexAliases();
 
   // color_style_sheet_harmonies.cpp
@@ -225,7 +225,7 @@ private:
   std::wstring externalID_;
   std::shared_ptr<const ColorSystem::ColorConverter> converter_; // of the context as it was last
   int editing_ = 0;
-  std::wstring news_;
+  std::vector<std::wstring_view> news_; // of this edit
 };
 
 } // namespace ZelClr

@@ -22,7 +22,6 @@ namespace {
 /// Frozen: stored style sheets have them.
 constexpr std::string_view kID = "css-id";
 constexpr std::string_view kPalette = "palette_xml";
-constexpr std::string_view kAttributes = "attributes";
 constexpr std::string_view kGuid = "guid";
 constexpr std::string_view kRuledHarmonies = "ruled-harmonies";
 constexpr std::string_view kRule = "rule";

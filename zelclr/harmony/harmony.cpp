@@ -203,13 +203,4 @@ bool Harmony::RemoveColor(std::size_t index)
   return true;
 }
 
-bool Harmony::MoveColor(std::size_t from, std::size_t to)
-{
-  if (from >= colors_.size() || to >= colors_.size())
-    return false;
-  std::wstring name = std::move(colors_[from]);
-  RemoveColor(from);
-  return InsertColor(to, std::move(name));
-}
-
 } // namespace ZelClr

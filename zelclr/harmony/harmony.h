@@ -106,7 +106,11 @@ public:
   bool InsertColor(std::size_t index, std::wstring name);
   bool SetColor(std::size_t index, std::wstring name);
   bool RemoveColor(std::size_t index);
-  bool MoveColor(std::size_t from, std::size_t to);
+  template <class Predicate>
+  void RemoveColorsIf(Predicate predicate)
+  {
+    std::erase_if(colors_, predicate);
+  }
 
 private:
   RuleType rule_;
