@@ -87,9 +87,10 @@ std::string ValueInWords(const Swatch &swatch)
     const std::string text = swatch.spot ? std::string() : ZelClr::TextFromColorSpec(swatch.record);
     return text.empty() ? ModelInWords(swatch) : text;
   }
+  const double steps = row->people > 100.0 ? 1.0 : 10.0; // of a unit; nobody speaks of tenths of 255
   std::string text = row->name;
   for (std::size_t i = 0; i < row->channels; ++i) {
-    const double rounded = std::round(swatch.values[i] * row->people * 10.0) / 10.0;
+    const double rounded = std::round(swatch.values[i] * row->people * steps) / steps;
     text += " " + ZelUtl::TextFromNumber(rounded == 0.0 ? 0.0 : rounded, 1); // never "-0"
   }
   return text;

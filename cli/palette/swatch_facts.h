@@ -21,7 +21,7 @@ std::optional<double> DifferenceOf(const ZelClr::Swatch &a, const ZelClr::Swatch
 
 /// "RGB", "CMYK", "Gray", "Lab"; else the name of the record's model.
 std::string ModelInWords(const ZelClr::Swatch &swatch);
-/// "RGB 255 128 0", "CMYK 0 50 100 0": in the units of people, rounded to tenths.
+/// "RGB 255 128 0", "CMYK 0 50 100 0": in the units of people, rounded to tenths, RGB to whole ones.
 std::string ValueInWords(const ZelClr::Swatch &swatch);
 /// The name, harmless; the value for a colour without one.
 std::string NameInWords(const ZelClr::Swatch &swatch);
