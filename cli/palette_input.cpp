@@ -40,7 +40,7 @@ std::string WithoutExtension(const std::string &fileName)
 std::string PaletteEntryOf(const std::string &path, std::string_view archive)
 {
   std::vector<std::string> names = ZelUtl::ZipEntryNames(archive);
-  const std::string own = WithoutExtension(ZelUtl::FileNameOfPath(path));
+  std::string own = WithoutExtension(ZelUtl::FileNameOfPath(path));
   if (std::find(names.begin(), names.end(), own) != names.end())
     return own;
   std::erase_if(names, [](const std::string &name) { return !ZelUtl::LowerAscii(name).ends_with(".xml"); });

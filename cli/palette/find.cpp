@@ -58,6 +58,7 @@ void FindColour(const std::string &colour, const std::vector<std::string> &palet
   if (!lab)
     throw Failure(ExitCode::Missing, ZelClr::TextFromColorSpec(wanted.record) + " has no known look");
   std::vector<LoadedPalette> searched;
+  searched.reserve(palettes.size());
   for (const std::string &palette : palettes)
     searched.push_back(OpenPalette(palette));
   if (palettes.empty()) {

@@ -141,7 +141,7 @@ void Rename(LoadedPalette &palette, const std::string &name)
 }
 
 void WriteAndTell(LoadedPalette palette, const std::vector<LoadedPalette> &sources, const Destination &destination,
-                  const TargetFormat &target, const std::string &action, Json facts, const Output &output)
+                  const TargetFormat &target, const std::string &action, const Json &facts, const Output &output)
 {
   const std::string &path = destination.path;
   if (!destination.name.empty())

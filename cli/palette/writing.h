@@ -31,6 +31,6 @@ void Rename(LoadedPalette &palette, const std::string &name);
 /// Writes the palette, says on standard error what is lost, and prints what was done as text or JSON: `action` is the
 /// schema's last word, `sources` what it was made of, `facts` what only this command says.
 void WriteAndTell(LoadedPalette palette, const std::vector<LoadedPalette> &sources, const Destination &destination,
-                  const TargetFormat &target, const std::string &action, Json facts, const Output &output);
+                  const TargetFormat &target, const std::string &action, const Json &facts, const Output &output);
 
 } // namespace cli

@@ -53,6 +53,20 @@ std::array<double, 4> ValuesOfText(std::string_view text)
   return values;
 }
 
+/// Whether the values say no more than the bytes that records make of them: by three decimals at most.
+bool StateBytes(std::string_view values)
+{
+  constexpr std::size_t kMostDecimals = 3;
+  while (!values.empty()) {
+    const std::string_view value = values.substr(0, values.find(','));
+    const auto point = value.find('.');
+    if (point != std::string_view::npos && value.size() - point - 1 > kMostDecimals)
+      return false;
+    values.remove_prefix(std::min(value.size() + 1, values.size()));
+  }
+  return true;
+}
+
 /// A colour as palette files state it; without a model when they cannot.
 WXmlDefinitionColor Look(std::string_view model, std::string tints)
 {
@@ -93,6 +107,8 @@ WXmlDefinitionColor LookOfSwatch(const Swatch &swatch)
   const auto &v = swatch.values;
   switch (swatch.model) {
   case SwatchModel::Rgb:
+    if (RecordSwatch({}, swatch.record).values == v) // bytes, for which short texts will do
+      return LookOfRecord(swatch.record);
     return Look("RGB", Joined({v[0], v[1], v[2]}));
   case SwatchModel::Cmyk:
     return Look("CMYK", Joined({v[0], v[1], v[2], v[3]}));
@@ -113,6 +129,8 @@ Swatch SwatchOfLook(std::string name, std::string_view model, std::string_view t
   const auto v = ValuesOfText(tints);
   switch (ModelFromSpaceName(model)) {
   case ClrModel::Rgb255:
+    if (StateBytes(tints))
+      return RecordSwatch(std::move(name), color);
     return RgbSwatch(std::move(name), v[0], v[1], v[2]);
   case ClrModel::Cmyk255:
     return CmykSwatch(std::move(name), v[0], v[1], v[2], v[3]);
