@@ -421,7 +421,7 @@ TEST_F(PaletteCommand, FailuresAreOneLineAndLeaveTheOutputAlone)
   for (int i = 0; i < 300; ++i)
     many += "RGB255(" + std::to_string(i % 256) + "," + std::to_string(i / 256) + ",0)\n";
   Write("many.txt", many);
-  Write("junk.ase", "ASEF\x00\x01");
+  Write("junk.ase", "ASEF, and nothing else");
   const std::string out = Write("out.act", "what was there");
   struct Row
   {
