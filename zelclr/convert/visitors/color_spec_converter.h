@@ -45,4 +45,10 @@ public:
 };
 
 class ZELCLR_API CPaletteColorsConverter : public CColorSpecConverter, public CTraversePaletteColors
-{};
+{
+public:
+  CPaletteColorsConverter() = default;
+  // Copied, never moved: a move would go through the shared bases twice.
+  CPaletteColorsConverter(const CPaletteColorsConverter &) = default;
+  CPaletteColorsConverter &operator=(const CPaletteColorsConverter &) = default;
+};
