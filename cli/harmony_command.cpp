@@ -40,6 +40,10 @@ std::vector<ShownHarmony> HarmoniesFrom(const Arguments &arguments)
   const CLR_COLORSPEC colour = ColourFromInput(arguments.colour);
   const unsigned model = arguments.model.empty() ? 0 : ModelFromInput(arguments.model);
   std::vector<const RuleWords *> rules = {&RuleFromInput(arguments.rule)};
+  const bool hasNeighbours =
+    rules[0]->rule == Harmony::RuleType::Analogous || rules[0]->rule == Harmony::RuleType::AccentedAnalogous;
+  if (arguments.step && !arguments.all && !hasNeighbours)
+    throw Failure(ExitCode::Usage, "--step is between the neighbours of the analogous rules");
   if (arguments.all) {
     rules.clear();
     for (const RuleWords &words : HarmonyRules()) {

@@ -1,14 +1,14 @@
 #include "cli/harmony/wheel_drawing.h"
 
+#include "cli/harmony/wheel.h"
 #include "cli/output.h"
 #include "cli/profile/svg.h"
 #include "zelclr/colour/colour_text.h"
-#include "zelclr/convert/formulas/hsb.h"
 #include "zelclr/harmony/wheel.h"
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
+#include <utility>
 
 namespace cli {
 
@@ -28,44 +28,11 @@ text { font-family: "Helvetica Neue", Helvetica, Arial, "Liberation Sans", "Deja
 .tick { font-size: 2.5px; fill: #8d8d92; text-anchor: middle } .hex { font-size: 2.4px; fill: #6b6b70; text-anchor: middle }
 .ground { fill: #fff } .grid { fill: none; stroke: #e3e3e6; stroke-width: .2 }
 .arm { stroke: #1d1d1f; stroke-width: .3; stroke-linecap: round } .base { stroke-width: .75 }
-.dot { stroke: #fff; stroke-width: .7 } .rim { fill: none; stroke: #1d1d1f; stroke-width: .25 }
+.rim { fill: #fff; stroke: #1d1d1f; stroke-width: .24 }
 .mark { text-anchor: middle; font-weight: 600 } .dark { fill: #1d1d1f } .light { fill: #fff }
 .swatch { stroke: #1d1d1f; stroke-opacity: .12; stroke-width: .2 }
 </style>
 )";
-
-struct Point
-{
-  double x;
-  double y;
-};
-
-/// Red is at the top; hues go round with the clock.
-struct Wheel
-{
-  Point centre;
-  double radius; ///< of the ring's outer edge
-
-  double Inner() const { return radius * 0.84; }
-  /// Where a full saturation is.
-  double Reach() const { return radius * 0.74; }
-  Point At(double degrees, double distance) const
-  {
-    const double angle = degrees * std::numbers::pi / 180.0;
-    return {centre.x + distance * std::sin(angle), centre.y - distance * std::cos(angle)};
-  }
-};
-
-std::string Pair(const Point &point)
-{
-  return Number(point.x) + " " + Number(point.y);
-}
-
-std::string Circle(const Point &centre, double radius, std::string_view style, const std::string &fill = {})
-{
-  return "<circle cx=\"" + Number(centre.x) + "\" cy=\"" + Number(centre.y) + "\" r=\"" + Number(radius) +
-         "\" class=\"" + std::string(style) + "\"" + (fill.empty() ? "" : " fill=\"" + fill + "\"") + "/>\n";
-}
 
 std::string Box(double x, double y, double width, double height, const std::string &fill)
 {
@@ -82,65 +49,56 @@ std::string Mark(const Point &centre, double size, COLORREF ground, const std::s
          Number(size) + "\" class=\"mark " + (luma > 140.0 ? "dark" : "light") + "\">" + text + "</text>\n";
 }
 
-std::string HexOfWheel(int degrees)
+/// A colour on the wheel as it is drawn.
+struct Dot
 {
-  const auto rgb = ZelClr::Formulas::RgbFromHsb(ZelClr::HsbHueFromWheel(ZelClr::WithinTurn(degrees)), 255, 255);
-  return HexOf(static_cast<COLORREF>(rgb.red) | static_cast<COLORREF>(rgb.green) << 8 |
-               static_cast<COLORREF>(rgb.blue) << 16);
-}
+  Point at;
+  double radius;
+};
 
-/// The hues, each segment reaching a little into the next so that no seam shows.
-std::string Ring(const Wheel &wheel)
-{
-  constexpr int kStep = 3;
-  std::string ring;
-  for (int hue = 0; hue < 360; hue += kStep) {
-    const double from = hue - kStep / 2.0;
-    const double to = from + kStep + (hue + kStep < 360 ? 0.5 : 0.0);
-    ring += "<path d=\"M" + Pair(wheel.At(from, wheel.radius)) + "A" + Number(wheel.radius) + " " +
-            Number(wheel.radius) + " 0 0 1 " + Pair(wheel.At(to, wheel.radius)) + "L" +
-            Pair(wheel.At(to, wheel.Inner())) + "A" + Number(wheel.Inner()) + " " + Number(wheel.Inner()) + " 0 0 0 " +
-            Pair(wheel.At(from, wheel.Inner())) + "Z\" fill=\"" + HexOfWheel(hue) + "\"/>\n";
-  }
-  return ring;
-}
+/// Of the dots' radius: the white around each, to the rim's outer edge.
+constexpr double kHalo = 1.12;
 
-/// At hue and saturation; what would lie on a dot before it, as shades do, moves aside, to the right and to the left of
-/// its arm by turns.
-std::vector<Point> DotsOf(const Wheel &wheel, const ShownHarmony &harmony, double size)
+/// At hue and saturation. What would lie on a dot before it, as shades do, moves to the nearest free place in the
+/// wheel, beside its arm rather than along it. Dots are as large as leaves room for all.
+std::vector<Dot> DotsOf(const Wheel &wheel, const ShownHarmony &harmony)
 {
-  constexpr int kMostSteps = 12;
-  std::vector<Point> dots;
+  const auto count = static_cast<double>(harmony.colours.size());
+  const double size = wheel.radius * std::min(0.085, 0.42 / std::sqrt(count));
+  std::vector<Dot> dots;
   for (const HarmonyColour &colour : harmony.colours) {
-    const double angle = colour.place.hue * std::numbers::pi / 180.0;
-    const Point on = wheel.At(colour.place.hue, wheel.Reach() * colour.place.saturation / 255.0);
-    Point at = on;
-    const auto isCovered = [&](const Point &other) { return std::hypot(at.x - other.x, at.y - other.y) < 1.6 * size; };
-    for (int step = 1; step <= kMostSteps && std::any_of(dots.begin(), dots.end(), isCovered); ++step) {
-      const double aside = (step % 2 == 1 ? 1.0 : -1.0) * static_cast<double>((step + 1) / 2) * 2.1 * size;
-      at = {on.x + aside * std::cos(angle), on.y + aside * std::sin(angle)};
+    const Point place = wheel.PlaceOf(colour.place.hue, colour.place.saturation);
+    Dot dot = {place, dots.empty() ? size * 1.25 : size}; // the base is larger
+    const auto isFree = [&] {
+      const auto isApart = [&](const Dot &other) {
+        return std::hypot(dot.at.x - other.at.x, dot.at.y - other.at.y) >= kHalo * (dot.radius + other.radius);
+      };
+      const double fromCentre = std::hypot(dot.at.x - wheel.centre.x, dot.at.y - wheel.centre.y);
+      return fromCentre + kHalo * dot.radius <= wheel.Inner() && std::all_of(dots.begin(), dots.end(), isApart);
+    };
+    constexpr int kDirections = 24;
+    for (int step = 0; step < 10 * kDirections * static_cast<int>(1 + std::sqrt(count)) && !isFree(); ++step) {
+      // Round and round the place, ever wider; each round begins at right angles to the arm, by turns on either side.
+      const int turn = step % kDirections;
+      const double aside = (turn % 2 == 0 ? 90.0 : -90.0) + (turn / 2) * 360.0 / kDirections;
+      const Wheel round = {place, 0.0};
+      dot.at = round.At(colour.place.hue + aside, size * 0.25 * (1 + step / kDirections));
     }
-    dots.push_back(at);
+    dots.push_back(dot);
   }
   return dots;
 }
 
 std::string DrawnWheel(const Wheel &wheel, const ShownHarmony &harmony)
 {
-  std::string drawing = Ring(wheel);
-  for (const double part : {0.25, 0.5, 0.75, 1.0})
-    drawing += Circle(wheel.centre, wheel.Reach() * part, "grid");
-  for (std::size_t i = harmony.arms.size(); i-- > 0;) {
-    const Point end = wheel.At(harmony.arms[i], wheel.Inner());
-    drawing += Line(wheel.centre.x, wheel.centre.y, end.x, end.y, i == 0 ? "arm base" : "arm");
-  }
-  const double size = wheel.radius * 0.085;
-  const std::vector<Point> dots = DotsOf(wheel, harmony, size);
+  std::string drawing = WheelGround(wheel) + WheelArms(wheel, harmony.arms);
+  const std::vector<Dot> dots = DotsOf(wheel, harmony);
   for (std::size_t i = harmony.colours.size(); i-- > 0;) { // the base lies on top
-    const double radius = i == 0 ? size * 1.25 : size;
+    const Dot &dot = dots[i];
     const COLORREF screen = harmony.colours[i].screen;
-    drawing += Circle(dots[i], radius, "dot", HexOf(screen)) + Circle(dots[i], radius + 0.35, "rim") +
-               Mark(dots[i], radius * 1.05, screen, std::to_string(i + 1));
+    drawing += Circle(dot.at, dot.radius * kHalo - 0.12, "rim") +
+               Circle(dot.at, dot.radius * 0.94, "dot", HexOf(screen)) +
+               Mark(dot.at, dot.radius * (i < 99 ? 1.05 : 0.85), screen, std::to_string(i + 1));
   }
   return drawing;
 }
@@ -183,6 +141,40 @@ std::string PageOfOne(const ShownHarmony &harmony, const std::string &base)
   return Page(height, std::string(harmony.words->title) + " of " + base, content);
 }
 
+/// The colours of a harmony in rows of so many at the most.
+struct Swatches
+{
+  static constexpr std::size_t kMostAcross = 8;
+  static constexpr double kHeight = 10.0; // of a row, with the gap below
+
+  explicit Swatches(const ShownHarmony &harmony)
+    : rows((harmony.colours.size() + kMostAcross - 1) / kMostAcross),
+      across((harmony.colours.size() + rows - 1) / rows)
+  {}
+  double Height() const { return kHeight * static_cast<double>(rows) + 4.0; } // with the values of a single row
+
+  std::size_t rows;
+  std::size_t across;
+};
+
+std::string DrawnSwatches(const ShownHarmony &harmony, double left, double top, double width)
+{
+  const Swatches swatches(harmony);
+  const double pitch = width / static_cast<double>(swatches.across);
+  std::string drawing;
+  for (std::size_t i = 0; i < harmony.colours.size(); ++i) {
+    const COLORREF screen = harmony.colours[i].screen;
+    const double x = left + pitch * static_cast<double>(i % swatches.across);
+    const double y = top + Swatches::kHeight * static_cast<double>(i / swatches.across);
+    const double middle = x + (pitch - 1) / 2;
+    drawing += Box(x, y, pitch - 1, Swatches::kHeight - 1, HexOf(screen)) +
+               Mark({middle, y + (Swatches::kHeight - 1) / 2}, 3, screen, std::to_string(i + 1));
+    if (swatches.rows == 1 && pitch > 9.5)
+      drawing += Text(middle, y + Swatches::kHeight + 2.6, "hex", HexOf(screen));
+  }
+  return drawing;
+}
+
 /// Three to a row, each with its colours below.
 std::string PageOfAll(const std::vector<ShownHarmony> &harmonies, const std::string &base)
 {
@@ -191,27 +183,21 @@ std::string PageOfAll(const std::vector<ShownHarmony> &harmonies, const std::str
   constexpr std::size_t kAcross = 3;
   constexpr double kWidth = (kRight - kLeft - (kAcross - 1) * kGap) / kAcross;
   constexpr double kRadius = 24.0;
-  constexpr double kPitch = 2 * kRadius + 34.0;
-  const std::size_t rows = (harmonies.size() + kAcross - 1) / kAcross;
+  constexpr double kHead = 9.0 + 2 * kRadius; // with the heading
   std::string content = Text(kLeft, 16, "title", "Harmonies of " + base);
+  double top = kTop;
+  double below = 0.0; // of this row's swatches
   for (std::size_t i = 0; i < harmonies.size(); ++i) {
     const ShownHarmony &harmony = harmonies[i];
+    if (i > 0 && i % kAcross == 0)
+      top += kHead + std::exchange(below, 0.0) + 11.0;
     const double left = kLeft + static_cast<double>(i % kAcross) * (kWidth + kGap);
-    const double top = kTop + static_cast<double>(i / kAcross) * kPitch;
     content += Text(left, top, "heading", harmony.words->title);
     content += DrawnWheel({{left + kWidth / 2, top + 5 + kRadius}, kRadius}, harmony);
-    const double bottom = top + 9 + 2 * kRadius;
-    const double width = kWidth / static_cast<double>(harmony.colours.size());
-    for (std::size_t j = 0; j < harmony.colours.size(); ++j) {
-      const HarmonyColour &colour = harmony.colours[j];
-      const double x = left + width * static_cast<double>(j);
-      content += Box(x, bottom, width - 1, 9, HexOf(colour.screen)) +
-                 Mark({x + (width - 1) / 2, bottom + 4.5}, 3, colour.screen, std::to_string(j + 1));
-      if (width > 9.5)
-        content += Text(x + (width - 1) / 2, bottom + 12.6, "hex", HexOf(colour.screen));
-    }
+    content += DrawnSwatches(harmony, left, top + kHead, kWidth);
+    below = std::max(below, Swatches(harmony).Height());
   }
-  return Page(kTop + kPitch * static_cast<double>(rows), "Harmonies of " + base, content);
+  return Page(top + kHead + below + 11.0, "Harmonies of " + base, content);
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "zelclr/colorsystem/typed_colors.h"
 #include "zelclr/colour/colour_models.h"
 #include "zelclr/convert/formulas/colour_difference.h"
+#include "zelclr/convert/formulas/srgb_lab.h"
 #include "zelclr/settings/color_settings.h"
 
 #include <algorithm>
@@ -51,6 +52,7 @@ public:
     : press_(press),
       settings_(settings),
       screen_(ScreenProfile()),
+      wheel_(settings, settings),
       separation_(settings, PressContext(press)),
       proof_(settings, ProofOf(press), ColorContext(*screen_, RenderingIntent::RelativeColorimetric))
   {
@@ -79,6 +81,7 @@ public:
       throw NoWayTo(press_.name);
     const Lab wanted = LabOf(*managed);
     row.screen = OnScreen(*managed, RenderingIntent::RelativeColorimetric);
+    row.wheel = OnWheel(process, row.screen);
     row.build = PrintOf({inks.GetBlue(), inks.GetI255(), inks.GetRed(), inks.GetBlack()}, *managed, wanted);
     row.tooMuchInk = row.build.Total() > press_.inkLimit;
     row.verdict = proof_.IsColorInGamut(process) ? Verdict::Prints : Verdict::Beyond;
@@ -115,6 +118,17 @@ private:
     return CLR_COLORSPEC::MakeRGB(byte(0), byte(1), byte(2));
   }
 
+  WheelPlace OnWheel(const CLR_COLORSPEC &colour, const CLR_COLORSPEC &screen) const
+  {
+    const auto position = Harmony::HSB::Of(colour, wheel_);
+    if (!position)
+      throw NoWayTo("the wheel");
+    const COLORREF rgb = screen.GetCOLORREF();
+    const auto byte = [rgb](int shift) { return static_cast<int>(rgb >> shift & 255); };
+    const Lab lab = ZelClr::Formulas::CieLabFromRgb(byte(0), byte(8), byte(16));
+    return {*position, std::hypot(lab.a, lab.b)};
+  }
+
   Print PrintOf(const Inks &inks, const Color &colour, const Lab &wanted) const
   {
     const CmykColor printed(inks[0] / 100.0, inks[1] / 100.0, inks[2] / 100.0, inks[3] / 100.0,
@@ -130,6 +144,7 @@ private:
   const Press &press_;
   const ColorContext &settings_;
   std::shared_ptr<ColorProfile> screen_;
+  ColorConverter wheel_;
   ColorConverter separation_;
   ProofColorConverter proof_;
   ColorModel spotModel_ = ColorModel::Lab;
@@ -169,6 +184,12 @@ std::size_t Report::CountTooMuchInk() const
     std::count_if(rows.begin(), rows.end(), [](const ReportRow &row) { return row.tooMuchInk; }));
 }
 
+std::size_t Report::CountNearNeutral() const
+{
+  return static_cast<std::size_t>(std::count_if(
+    rows.begin(), rows.end(), [](const ReportRow &row) { return row.HasBuild() && row.wheel.IsNearNeutral(); }));
+}
+
 std::size_t Report::CountWillNotPrint() const
 {
   return static_cast<std::size_t>(
@@ -192,6 +213,12 @@ Report Analyse(const ZelClr::SwatchBook &palette, const std::string &fileName, c
   report.rows.reserve(palette.swatches.size());
   for (const ZelClr::Swatch &colour : palette.swatches)
     report.rows.push_back(printer.RowOf(colour));
+  std::vector<WeightedHue> hues;
+  for (const ReportRow &row : report.rows) {
+    if (row.HasBuild() && !row.wheel.IsNearNeutral())
+      hues.push_back({row.wheel.position.hue, row.wheel.chroma});
+  }
+  report.harmonies = RulesNearestTo(hues);
   return report;
 }
 

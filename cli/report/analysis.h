@@ -2,6 +2,7 @@
 // that is, and what comes nearest where it will not print.
 #pragma once
 
+#include "cli/harmony/nearest.h"
 #include "cli/report/press.h"
 #include "zelclr/palettes/formats/palette_format.h"
 
@@ -40,6 +41,16 @@ struct Print
   int Total() const { return TotalOf(inks); }
 };
 
+/// Where a colour is on the artist's wheel.
+struct WheelPlace
+{
+  Harmony::HSB position;
+  double chroma = 0; ///< of CIE Lab, as the screen shows it
+
+  /// The hue of what is almost gray says nothing.
+  bool IsNearNeutral() const { return chroma < 8.0; }
+};
+
 struct ReportRow
 {
   ZelClr::Swatch source;
@@ -48,6 +59,7 @@ struct ReportRow
   /// Whether the following are known: not for a colour that prints with an ink of its own or needs its palette.
   bool HasBuild() const { return verdict == Verdict::Prints || verdict == Verdict::Beyond; }
   CLR_COLORSPEC screen; ///< RGB255 of sRGB
+  WheelPlace wheel;
   Print build;
   bool tooMuchInk = false;
   std::optional<Print> nearest; ///< where the build is beyond the press or has too much ink
@@ -60,9 +72,12 @@ struct Report
   std::string rgbProfile; ///< by which its RGB is read
   std::string cmykProfile;
   std::vector<ReportRow> rows;
+  std::vector<RuleFit> harmonies; ///< RulesNearestTo, of the colours that are not nearly neutral by their chroma
 
   std::size_t Count(Verdict verdict) const;
   std::size_t CountTooMuchInk() const;
+  /// Of those that are on the wheel.
+  std::size_t CountNearNeutral() const;
   /// Those with either fault.
   std::size_t CountWillNotPrint() const;
   /// Whether any colour will not print or cannot be known.

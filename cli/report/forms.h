@@ -31,6 +31,8 @@ std::string InkLimitWords(const Press &press);
 std::string WhiteWords(const Press &press);
 /// "as the profile builds it; gray is black ink alone"
 std::string BlackWords(const Press &press);
+/// "triad, the colours are 5.2° off on average; 3 are nearly neutral and do not count"
+std::string HarmonyWords(const Report &report);
 /// "sRGB (RGB), ISO Coated (FOGRA39) (CMYK)"
 std::string ReadByWords(const Report &report);
 

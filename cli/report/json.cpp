@@ -25,6 +25,24 @@ double Tenths(double value)
   return std::round(value * 10.0) / 10.0;
 }
 
+Json JsonOf(const RuleFit &fit)
+{
+  return {{"rule", fit.words->option},
+          {"near", fit.IsNear()},
+          {"arms", fit.arms},
+          {"distance", Tenths(fit.distance)},
+          {"unused", Tenths(fit.unused)}};
+}
+
+/// The rules are ordered, the nearest first; none without a colour that has a hue.
+Json WheelJson(const Report &report)
+{
+  Json rules = Json::array();
+  for (const RuleFit &fit : report.harmonies)
+    rules.push_back(JsonOf(fit));
+  return {{"nearlyNeutral", report.CountNearNeutral()}, {"rules", rules}};
+}
+
 } // namespace
 
 std::string HeadlineOf(const Report &report)
@@ -77,6 +95,21 @@ std::string BlackWords(const Press &press)
          (press.grayIsBlackInk ? "; gray is black ink alone" : "");
 }
 
+std::string HarmonyWords(const Report &report)
+{
+  if (report.harmonies.empty())
+    return "none, no colour has a hue";
+  const RuleFit &nearest = report.harmonies.front();
+  std::string title = nearest.words->title;
+  title[0] = static_cast<char>(title[0] - 'A' + 'a');
+  std::string words = (nearest.IsNear() ? title + ", " : "none; " + title + " comes nearest, ") + "the colours are " +
+                      OneDecimal(nearest.distance) + "\u00B0 off on average";
+  if (const std::size_t count = report.CountNearNeutral())
+    words += "; " + std::to_string(count) +
+             (count == 1 ? " is nearly neutral and does not count" : " are nearly neutral and do not count");
+  return words;
+}
+
 std::string ReadByWords(const Report &report)
 {
   return report.rgbProfile + " (RGB), " + report.cmykProfile + " (CMYK)";
@@ -98,6 +131,9 @@ Json JsonOf(const Report &report)
                   {"verdict", WordsOf(row.verdict).key}};
     if (row.HasBuild()) {
       entry["screen"] = HexFromColorSpec(row.screen);
+      entry["wheel"] = {{"hue", row.wheel.position.hue},
+                        {"saturation", row.wheel.position.saturation},
+                        {"nearlyNeutral", row.wheel.IsNearNeutral()}};
       Put(entry, row.build);
       entry["tooMuchInk"] = row.tooMuchInk;
       if (row.nearest)
@@ -117,6 +153,7 @@ Json JsonOf(const Report &report)
             {"paperWhite", press.SimulatesPaper() ? "simulated" : "adapted"}}},
           {"readBy", {{"rgb", report.rgbProfile}, {"cmyk", report.cmykProfile}}},
           {"summary", summary},
+          {"wheel", WheelJson(report)},
           {"colours", rows}};
 }
 

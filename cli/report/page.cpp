@@ -1,5 +1,6 @@
 // The report as one HTML page.
 
+#include "cli/harmony/wheel.h"
 #include "cli/profile/words.h"
 #include "cli/report/forms.h"
 #include "zelclr/colorsystem/gamut_check.h"
@@ -7,7 +8,10 @@
 #include "zelclr/colour/colour_text.h"
 #include "zelclr/platform/text.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
+#include <set>
 
 namespace cli {
 
@@ -29,6 +33,19 @@ h1 { font-size: 2rem; line-height: 1.15; letter-spacing: -.015em; margin: 0; ove
 dl { display: grid; grid-template-columns: repeat(3, 1fr); gap: .9rem 1.5rem;
   background: var(--card); border: 1px solid var(--line); padding: .9rem 1rem; margin: 0 0 1.6rem; font-size: .92rem; }
 dt { color: var(--soft); font-size: .8rem; } dd { margin: 0; overflow-wrap: anywhere; }
+.harmony { display: grid; grid-template-columns: 15rem 1fr; gap: 0 2rem; align-items: center;
+  background: var(--card); border: 1px solid var(--line); padding: .9rem 1rem; margin: 0 0 1.6rem; }
+.wheel { display: block; width: 100%; max-width: 15rem; margin: 0 auto; }
+.grid { fill: none; stroke: var(--line); stroke-width: .4; }
+.arm { stroke: var(--ink); stroke-width: .5; stroke-linecap: round; } .base { stroke-width: 1.1; }
+.dot { stroke: #fff; stroke-width: .35; } .rim { fill: #000; fill-opacity: .45; }
+.neutral { stroke: var(--soft); stroke-width: .25; }
+h2 { font-size: 1.15rem; line-height: 1.25; margin: 0 0 .3rem; } .harmony p { margin: 0 0 .7rem; font-size: .92rem; }
+.rules { list-style: none; margin: 0; padding: 0; font-size: .84rem; max-width: 30rem; }
+.rules li { display: grid; grid-template-columns: 9.5rem 1fr 3rem; gap: .75rem; align-items: center;
+  color: var(--soft); } .rules .first { color: var(--ink); font-weight: 600; }
+.rules svg { display: block; width: 100%; height: .5rem; } .rules .number { text-align: right; }
+.harmony .note { color: var(--soft); font-size: .8rem; margin: .6rem 0 0; }
 table { width: 100%; border-collapse: collapse; background: var(--card); border: 1px solid var(--line); }
 th { text-align: left; font-weight: 550; font-size: .8rem; color: var(--soft); padding: .6rem;
   white-space: nowrap; }
@@ -55,6 +72,7 @@ footer p { margin: 0 0 .6rem; }
   main { padding: 1.5rem .9rem 2rem; }
   h1 { font-size: 1.6rem; }
   dl { grid-template-columns: 1fr 1fr; }
+  .harmony { grid-template-columns: 1fr; gap: .9rem; } .rules { max-width: none; }
   table, tbody, tr, td { display: block; border: 0; }
   table { background: none; } thead { display: none; }
   tbody { background: var(--card); border: 1px solid var(--line); padding: .8rem; margin-bottom: .75rem; }
@@ -75,6 +93,7 @@ footer p { margin: 0 0 .6rem; }
   .swatch { width: 6.5rem; height: 1.9rem; } .nearest .swatch { height: 1.3rem; }
   .inks { width: 6.4rem; height: 2rem; } td { padding: .2rem .35rem; } th { padding: .3rem .35rem; }
   .headline { margin-bottom: 1rem; } .summary b { font-size: 1.6rem; } dl, .bar { margin-bottom: 1rem; }
+  .harmony { grid-template-columns: 9rem 1fr; break-inside: avoid; margin-bottom: 1rem; padding: .5rem .8rem; }
   .name, .value { max-width: 15rem; } footer { break-inside: avoid; max-width: none; }
 }
 )";
@@ -193,6 +212,57 @@ std::string ColourHtml(const ReportRow &row)
   return html + "</tbody>\n";
 }
 
+/// Each colour at its hue and saturation, those that are nearly neutral smaller; the arms of the nearest rule. The more
+/// colours there are, the smaller the dots; what would be the same dot again is left out.
+std::string WheelSvg(const Report &report)
+{
+  constexpr Wheel kWheel = {{50, 50}, 48};
+  std::string svg =
+    "<svg class=\"wheel\" viewBox=\"0 0 100 100\" role=\"img\" aria-label=\"the colours on the wheel\">" +
+    WheelGround(kWheel);
+  if (!report.harmonies.empty() && report.harmonies.front().IsNear())
+    svg += WheelArms(kWheel, report.harmonies.front().arms);
+  const auto count = static_cast<double>(std::max<std::size_t>(report.rows.size(), 1));
+  const double size = std::clamp(14.0 / std::sqrt(count), 1.6, 3.0);
+  std::set<std::string> drawn;
+  for (const ReportRow &row : report.rows) {
+    if (!row.HasBuild())
+      continue;
+    const Point at = kWheel.PlaceOf(row.wheel.position.hue, row.wheel.position.saturation);
+    const std::string dot = row.wheel.IsNearNeutral() ? Circle(at, size * 0.5, "dot neutral", Hex(row.screen))
+                                                      : Circle(at, size, "dot", Hex(row.screen));
+    if (drawn.insert(dot).second)
+      svg += (row.wheel.IsNearNeutral() ? "" : Circle(at, size + 0.4, "rim")) + dot;
+  }
+  return svg + "</svg>";
+}
+
+std::string HarmonyHtml(const Report &report)
+{
+  std::string html = "<section class=\"harmony\">\n" + WheelSvg(report) +
+                     "<div><h2>On the artist\u2019s wheel</h2>\n<p>Harmony: " + Escaped(HarmonyWords(report)) +
+                     ".</p>\n";
+  if (report.harmonies.empty())
+    return html + "</div>\n</section>\n";
+  html += "<ol class=\"rules\">\n";
+  for (const RuleFit &fit : report.harmonies) {
+    const bool isTheOne = &fit == &report.harmonies.front() && fit.IsNear();
+    const auto bar = [](double from, double degrees, const char *fill) { // the scale ends at a right angle
+      const double width = std::min(100.0 - std::min(from, 100.0), degrees / 0.9);
+      return "<rect x=\"" + ZelUtl::TextFromNumber(from, 2) + "\" width=\"" + ZelUtl::TextFromNumber(width, 2) +
+             "\" height=\"1\" fill=\"" + fill + "\"/>";
+    };
+    html += std::string(isTheOne ? "<li class=\"first\">" : "<li>") + "<span>" + fit.words->title +
+            "</span><svg viewBox=\"0 0 100 1\" preserveAspectRatio=\"none\" aria-hidden=\"true\">" +
+            bar(0.0, fit.distance, "var(--own-ink)") +
+            bar(std::min(fit.distance / 0.9, 100.0), fit.unused, "var(--line)") + "</svg><span class=\"number\">" +
+            OneDecimal(fit.Miss()) + "\u00B0</span></li>\n";
+  }
+  return html +
+         "</ol>\n<p class=\"note\">Dark: how far the colours are from the arms of the rule, the more colourful ones "
+         "counting more. Pale: how far its arms are from a colour.</p></div>\n</section>\n";
+}
+
 std::string NotesHtml(const Press &press)
 {
   return "<footer>\n<p>Of each swatch the left half is the colour on a screen (sRGB), the right half its print: the "
@@ -218,7 +288,7 @@ std::string PageOf(const Report &report)
                      name + " \u2013 will these colours print?</title>\n<style>";
   html += kStyle;
   html += "</style>\n</head>\n<body>\n<main>\n<h1 dir=\"auto\">" + name + "</h1>\n<p class=\"headline\">" +
-          HeadlineOf(report) + ".</p>\n" + SummaryHtml(report) + PressHtml(report);
+          HeadlineOf(report) + ".</p>\n" + SummaryHtml(report) + PressHtml(report) + HarmonyHtml(report);
   html += "<table>\n<thead><tr><th>Screen | paper</th><th>Colour</th><th>C&ensp;M&ensp;Y&ensp;K, %</th>"
           "<th class=\"number\">Ink</th><th class=\"number\">&Delta;E2000</th><th class=\"number\">Distance</th>"
           "<th>On the press</th></tr></thead>\n";

@@ -51,7 +51,8 @@ std::string TableOf(const Report &report, const Output &output)
   text += "press      " + press.name + ", " + WordsOf(press.intent).name + ": " + WhiteWords(press) + '\n';
   text += "ink limit  " + InkLimitWords(press) + '\n';
   text += "black      " + BlackWords(press) + '\n';
-  text += "read by    " + ReadByWords(report) + "\n\n";
+  text += "read by    " + ReadByWords(report) + '\n';
+  text += "harmony    " + HarmonyWords(report) + "\n\n";
 
   const std::string margin = output.DrawsColour() ? std::string(13, ' ') : std::string();
   text += output.Faint((margin.empty() ? "" : "screen paper ") + Fitted("colour", kNameColumns) +

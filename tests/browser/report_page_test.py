@@ -2,6 +2,7 @@
 """The report's page in a real browser: report_page_test.py TOOL CHROMIUM EXAMPLES"""
 
 import json
+import math
 import os
 import re
 import struct
@@ -139,6 +140,32 @@ class ReportPage(unittest.TestCase):
                 for value in (build["paper"], " ".join(map(str, build["cmyk"])), f"{build['ink']} %",
                               f"{build['deltaE2000']:.1f}", f"{build['libraryDistance']:.3f}"):
                     self.assertIn(value, text)
+
+        self.on_each_page(check, PHONE, DESK)
+
+    def test_puts_every_colour_on_the_wheel(self):
+        def check(_name, report, _width):
+            dots = self.browser.evaluate("""[...document.querySelectorAll('svg.wheel .dot')].map(dot => ({
+              x: +dot.getAttribute('cx') - 50, y: 50 - dot.getAttribute('cy'), fill: getComputedStyle(dot).fill,
+              neutral: dot.matches('.neutral'), visible: dot.checkVisibility()}))""")
+            reach = float(self.browser.evaluate("[...document.querySelectorAll('.grid')].at(-1).getAttribute('r')"))
+            self.assertTrue(all(dot["visible"] for dot in dots))
+            places = {(dot["fill"], dot["neutral"], round(dot["x"], 1), round(dot["y"], 1)) for dot in dots}
+            wanted = set()
+            for colour in filter(lambda colour: "wheel" in colour, report["colours"]):
+                angle, radius = math.radians(colour["wheel"]["hue"]), reach * colour["wheel"]["saturation"] / 255
+                place = radius * math.sin(angle), radius * math.cos(angle)
+                near = [spot for spot in places if spot[:2] == ("rgb(%d, %d, %d)" % rgb(colour["screen"]),
+                        colour["wheel"]["nearlyNeutral"]) and math.dist(spot[2:], place) < 0.1]
+                self.assertTrue(near, colour)
+                wanted.update(near)
+            self.assertEqual(places, wanted)
+            rules = self.browser.evaluate("[...document.querySelectorAll('.rules li')].map(li => li.innerText)")
+            self.assertEqual(len(rules), len(report["wheel"]["rules"]))
+            for text, rule in zip(rules, report["wheel"]["rules"]):
+                self.assertIn(rule["rule"].replace("-", " "), text.lower())
+            arms = report["wheel"]["rules"][0]["arms"] if report["wheel"]["rules"][0]["near"] else []
+            self.assertEqual(self.browser.evaluate("document.querySelectorAll('.wheel .arm').length"), len(arms))
 
         self.on_each_page(check, PHONE, DESK)
 

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <cmath>
 #include <string>
 
 namespace {
@@ -68,6 +69,33 @@ TEST(HarmonyCommand, DrawsTheWheel)
   }
 }
 
+TEST(HarmonyCommand, DrawsNoDotOverAnotherNorOutsideTheWheel)
+{
+  const tests::TemporaryFolder folder;
+  for (const char *words : {"--rule monochromatic --count 20", "--rule monochromatic --count 100",
+                            "--rule tetrad --count 100", "--rule custom --count 60"})
+  {
+    ASSERT_EQ(tests::RunTool(std::string("harmony '#c02030' ") + words + " -o " + folder.Path("a.svg")).exitCode, 0);
+    std::string reason;
+    const auto svg = ZelUtl::WXmlDoc::FromFile(folder.Path("a.svg"), reason);
+    ASSERT_TRUE(svg) << reason;
+    const auto number = [](const ZelUtl::WXmlNode &node, const char *name) { return std::stod(*node.Attribute(name)); };
+    const auto rims = svg->Root().SelectNodes("//*[@class='rim']");
+    const ZelUtl::WXmlNode grid = svg->Root().SelectNodes("//*[@class='grid']").back(); // of full saturation
+    for (std::size_t i = 0; i < rims.size(); ++i) {
+      const auto distance = [&](const ZelUtl::WXmlNode &other) {
+        return std::hypot(number(rims[i], "cx") - number(other, "cx"), number(rims[i], "cy") - number(other, "cy"));
+      };
+      EXPECT_LE(distance(grid) + number(rims[i], "r"), number(grid, "r") * 0.84 / 0.74 + 0.1) << words << i;
+      for (std::size_t j = 0; j < i; ++j)
+        EXPECT_GE(distance(rims[j]), number(rims[i], "r") + number(rims[j], "r")) << words << i << " " << j;
+    }
+  }
+  // However many there are side by side, every swatch has a width.
+  ASSERT_EQ(tests::RunTool("harmony red --all --count 100 -o " + folder.Path("all.svg")).exitCode, 0);
+  EXPECT_EQ(tests::TextOf(folder.Path("all.svg")).find("=\"-"), std::string::npos);
+}
+
 TEST(HarmonyCommand, WritesPalettes)
 {
   const tests::TemporaryFolder folder;
@@ -91,8 +119,9 @@ TEST(HarmonyCommand, WritesPalettes)
 
 TEST(HarmonyCommand, RefusesWhatMakesNoSense)
 {
-  for (const char *words : {"", "nonsense", "red --rule round", "red --rule", "red --all --rule triad", "red --count 0",
-                            "red --count 101", "red --step 181", "red --to nonsense", "red -o a.gif", "red -o a"})
+  for (const char *words :
+       {"", "nonsense", "red --rule round", "red --rule", "red --all --rule triad", "red --count 0", "red --count 101",
+        "red --step 181", "red --rule triad --step 20", "red --to nonsense", "red -o a.gif", "red -o a"})
   {
     const auto result = tests::RunTool(std::string("harmony ") + words);
     EXPECT_EQ(result.exitCode, 2) << words << result.errors;

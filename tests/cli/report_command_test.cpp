@@ -5,6 +5,7 @@
 #include "zelclr/colorsystem/color_profile_manager.h"
 #include "zelclr/colorsystem/gamut_check.h"
 #include "zelclr/colour/colour_names.h"
+#include "zelclr/harmony/wheel.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,6 +15,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -33,7 +35,7 @@ class ReportCommand : public testing::Test
 protected:
   tests::ToolResult Run(const std::string &words) const
   {
-    return tests::RunTool(words, "XDG_DATA_HOME=" + folder_.Path("home") + " LC_ALL=de_DE.UTF-8");
+    return tests::RunTool(words, tests::UserBelow(folder_.Path("home")) + " LC_ALL=de_DE.UTF-8");
   }
   std::string Write(const std::string &name, const std::string &text) const { return folder_.WriteText(name, text); }
   std::string Read(const std::string &name) const { return tests::TextOf(folder_.Path(name)); }
@@ -253,7 +255,76 @@ TEST_F(ReportCommand, SaysTheSameInEveryForm)
   const std::string summary = "4 colours: 2 in gamut, 1 out of gamut, 1 its own ink, 1 with too much ink";
   EXPECT_THAT(table.substr(0, table.find("\n\n")), HasSubstr(summary)) << "the summary comes first";
   EXPECT_THAT(page, HasSubstr(summary));
+  const std::string harmony = "monochromatic, the colours are 0.0\u00B0 off on average; 2 are nearly neutral";
+  EXPECT_THAT(page, HasSubstr(harmony));
+  EXPECT_THAT(table, HasSubstr("harmony    " + harmony));
   EXPECT_EQ(Run("report " + Write("fine.txt", "#808080\n")).exitCode, 0);
+}
+
+// --- The wheel -------------------------------------------------------------------------------------------------------
+
+TEST_F(ReportCommand, FindsTheHarmonyThatAPaletteWasMadeFrom)
+{
+  const struct
+  {
+    const char *rule;
+    std::vector<int> arms; // from the base; those that turn into themselves may be found at any of them
+    int turn;
+  } rows[] = {{"monochromatic", {0}, 360},
+              {"complementary", {0, 180}, 180},
+              {"triad", {0, 120, 240}, 120},
+              {"tetrad", {0, 90, 180, 270}, 90},
+              {"analogous", {0, 30, 60}, 360},
+              {"accented-analogous", {0, 30, 60, 180}, 360},
+              {"accented-analogous", {0, -30, -60, 180}, 360}}; // neighbours to the other side
+  std::mt19937 random(20240607);
+  const auto upTo = [&random](int most) { return static_cast<int>(random() % static_cast<unsigned>(most + 1)); };
+  for (const auto &row : rows) {
+    for (const int noise : {0, 5, 10}) {
+      const int base = upTo(359);
+      std::string palette = "#808080\n#f7f6f5\n"; // without a hue to speak of
+      for (std::size_t i = 0; i < 4 * row.arms.size(); ++i) {
+        const int hue = ZelClr::WithinTurn(base + row.arms[i % row.arms.size()] + upTo(2 * noise) - noise);
+        palette += "HSB(" + std::to_string(ZelClr::HsbHueFromWheel(hue)) + "," + std::to_string(50 + upTo(50)) + "," +
+                   std::to_string(50 + upTo(50)) + ")\n";
+      }
+      const json wheel = ReportOf(palette, "--ink-limit 300")["wheel"];
+      const std::string told = row.rule + (" from " + std::to_string(base)) + ": " + wheel.dump();
+      EXPECT_EQ(wheel["nearlyNeutral"], 2) << told;
+      ASSERT_EQ(wheel["rules"].size(), 6u) << told;
+      const json &nearest = wheel["rules"][0];
+      EXPECT_EQ(nearest["rule"], row.rule) << told;
+      EXPECT_EQ(nearest["near"], true) << told;
+      // The wheel's own rounding is a degree, and near red two.
+      EXPECT_LE(nearest["distance"], noise + 2.0) << told;
+      const double off = ZelClr::WrappedDegrees(nearest["arms"][0].get<int>() - base);
+      EXPECT_LE(std::abs(std::remainder(off, row.turn)), noise + 2.0) << told;
+    }
+  }
+}
+
+TEST_F(ReportCommand, SaysWhenColoursKeepToNoHarmony)
+{
+  std::string around;
+  for (int hue = 0; hue < 360; hue += 20)
+    around += "HSB(" + std::to_string(ZelClr::HsbHueFromWheel(hue)) + ",90,90)\n";
+  EXPECT_EQ(ReportOf(around)["wheel"]["rules"][0]["near"], false);
+  EXPECT_THAT(Run("report " + Write("around", around)).output, HasSubstr("harmony    none; "));
+
+  const std::string grays = "#808080\n#202020\n#fffefc\nSPOT(1,100)@{00000000-0000-0000-0000-000000000001} Ink\n";
+  const json report = ReportOf(grays);
+  EXPECT_EQ(report["wheel"], (json{{"nearlyNeutral", 3}, {"rules", json::array()}}));
+  EXPECT_EQ(report["colours"][0]["wheel"], (json{{"hue", 0}, {"saturation", 0}, {"nearlyNeutral", true}}));
+  EXPECT_FALSE(report["colours"][3].contains("wheel")) << "an ink without an appearance";
+  EXPECT_EQ(ReportOf("#ff0000\n")["wheel"]["rules"][0]["rule"], "monochromatic");
+  EXPECT_EQ(ReportOf("#ff0000\n")["colours"][0]["wheel"],
+            (json{{"hue", 0}, {"saturation", 255}, {"nearlyNeutral", false}}));
+  // By chroma: what is faint does not turn a palette.
+  const std::string red = "HSB(0,100,90)\nHSB(0,90,80)\nHSB(0,95,70)\n";
+  EXPECT_EQ(ReportOf(red + "HSB(137,100,90)\n")["wheel"]["rules"][0]["rule"], "complementary");
+  const json faint = ReportOf(red + "HSB(137,100,90)\nHSB(40,12,90)\n")["wheel"]["rules"][0];
+  EXPECT_EQ(faint["rule"], "complementary");
+  EXPECT_LT(faint["distance"], 5.0);
 }
 
 TEST_F(ReportCommand, APressThatCannotBeIsRefusedInOneLine)
@@ -291,7 +362,7 @@ TEST_F(ReportCommand, WritesAllOrNothing)
   EXPECT_EQ(Read("page.html").substr(0, 15), "<!DOCTYPE html>");
   EXPECT_EQ(Run("report " + folder_.Path("good") + " -o -").output.substr(0, 15), "<!DOCTYPE html>");
   // Never over the palette itself, whatever it is called.
-  fs::create_symlink(folder_.Path("good"), folder_.Path("alias"));
+  fs::create_hard_link(folder_.Path("good"), folder_.Path("alias"));
   EXPECT_EQ(Run("report " + folder_.Path("good") + " -o " + folder_.Path("alias")).exitCode, 2);
   EXPECT_EQ(Read("good"), "#ffffff\n");
   EXPECT_EQ(Run("report " + folder_.Path("good") + " -o ''").exitCode, 2);

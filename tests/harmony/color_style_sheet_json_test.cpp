@@ -93,11 +93,13 @@ TEST_F(StyleSheetJson, ComesBackAsItWas)
 
 TEST_F(StyleSheetJson, WritesWhatThereIs)
 {
-  JsonValue value = Json(R"({"other": 1, "ruled-harmonies": 2})");
+  // Members of the sheet's that another one left there go.
+  JsonValue value = Json(R"({"other": 1, "ruled-harmonies": 2, "css-id": "x", "external-info": [], "harmonies": []})");
   ASSERT_TRUE(sheet.ExportJson(value));
   EXPECT_NE(FindMember(value, "other"), nullptr) << "stays";
   EXPECT_EQ(FindMember(value, "css-id"), nullptr);
   EXPECT_EQ(FindMember(value, "external-info"), nullptr);
+  EXPECT_EQ(FindMember(value, "harmonies"), nullptr);
   EXPECT_EQ(ZelUtl::JsonText(*FindMember(value, "ruled-harmonies")), "[]\n");
   const JsonValue *const guid = FindMember(*FindMember(*FindMember(value, "palette_xml"), "attributes"), "guid");
   EXPECT_EQ(*guid->Text(), palette->GetPaletteGuid().ToText());
@@ -178,6 +180,11 @@ TEST_F(StyleSheetJson, KeepsWhatItHadChangedBeforeAFailure)
      L"new",
      {L"A"},
      {{}}},
+    {"both forms of harmonies bad",
+     Sheet({"A"}, R"("ruled-harmonies": [{"colors": ["A"]}, 1], "harmonies": [[0], [1]])"),
+     L"new",
+     {L"A"},
+     {{L"A"}}},
     {"a harmony that is no object",
      Sheet({"A"}, R"("ruled-harmonies": [{"colors": ["A"]}, "x", {}])"),
      L"new",

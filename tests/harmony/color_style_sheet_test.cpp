@@ -118,6 +118,42 @@ TEST_F(StyleSheet, SharesItsColoursWithAllWhoHoldThem)
   EXPECT_FALSE(sheet.RemoveColorStyle(L"Alias"));
 }
 
+TEST(StyleSheetAlone, IsWithoutAPaletteOnceThatIsGone)
+{
+  auto palette = std::make_unique<WClrPalette>();
+  ColorStyleSheet sheet(palette.get());
+  Listener listener;
+  sheet.RegisterListener(listener);
+  ASSERT_TRUE(sheet.AddColorStyle(L"A", AtHue(30)));
+  ASSERT_EQ(sheet.GenerateHarmony(RuleType::Triad, L"A", 3), 0);
+  const Colour holder = *sheet.FindColorStyle(L"A");
+  HarmonyDrag drag(sheet, L"A");
+  drag.MoveTo(HSB(90, 200, 200));
+  listener.Heard();
+  palette.reset();
+  EXPECT_EQ(listener.Heard(), (Texts{L"ColorStyles,Harmonies"}));
+  EXPECT_EQ(sheet.GetStylesPalette(), nullptr);
+  EXPECT_EQ(sheet.GetColorStyleCount(), 0u);
+  EXPECT_EQ(sheet.GetHarmony(0)->GetColorCount(), 0u);
+  EXPECT_EQ(sheet.ExportJsonText(), "");
+  EXPECT_FALSE(sheet.AddColorStyle(L"A", AtHue(30)));
+  EXPECT_FALSE(drag.Finish());
+  EXPECT_EQ(holder.GetType(), Model::Hsb) << "holders keep their colour";
+  WClrPalette other;
+  sheet.SetStylesPalette(&other);
+  EXPECT_TRUE(sheet.AddColorStyle(L"A", AtHue(30)));
+}
+
+TEST_F(StyleSheet, FollowsWhatItsPaletteRefersTo)
+{
+  // A palette may hold references; they count as what they stand for, and are no news at every look.
+  ASSERT_TRUE(sheet.AddColorStyle(L"A", AtHue(30)));
+  ASSERT_GE(palette->AddColor({*sheet.FindColorStyle(L"A"), L"B"}), 0);
+  listener.Heard();
+  sheet.CreateHarmony(-1);
+  EXPECT_EQ(listener.Heard(), (Texts{L"Harmonies"}));
+}
+
 TEST_F(StyleSheet, TellsOfEachOperationOnce)
 {
   sheet.AddColorStyle(L"A", AtHue(10));
@@ -333,6 +369,13 @@ TEST_F(StyleSheet, IsSeenDraggedAndEditedOnce)
   EXPECT_EQ(Hues(), (std::vector<int>{100, 280}));
   EXPECT_EQ(holder.GetRed(), 99);
   EXPECT_TRUE(palette->IsChanged());
+
+  HarmonyDrag overtaken(sheet, L"0");
+  overtaken.MoveTo({30, 255, 255});
+  ASSERT_TRUE(sheet.ChangeColorStyle(L"1", AtHue(280, 51)));
+  overtaken.MoveTo(HSB(100, 255, 255)); // back to its start
+  ASSERT_TRUE(overtaken.Finish());
+  EXPECT_EQ(holder.GetRed(), 51) << "what was edited meanwhile counts";
 
   HarmonyDrag lost(sheet, L"0");
   lost.MoveTo({30, 255, 255});

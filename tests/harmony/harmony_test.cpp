@@ -9,6 +9,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <set>
 #include <tuple>
@@ -216,6 +217,9 @@ TEST(HarmonyRules, GenerateTheirColours)
     }
     EXPECT_EQ(distinct.size(), 9u) << testing::PrintToString(base);
   }
+  constexpr auto kLeast = std::numeric_limits<std::int32_t>::min();
+  const auto beyond = Harmony::GenerateHarmonyRuleColors(RuleType::Monochromatic, {kLeast, kLeast, kLeast}, 2);
+  EXPECT_EQ(beyond[1].brightness, 115) << "half of nine tenths of the way from black";
 }
 
 TEST(ArmHarmonyRule, ChoosesTheNearestArm)

@@ -188,6 +188,25 @@ TEST_F(ColorSettingsManagerTest, TheCountryChoosesWhatANewUserStartsWith)
   }
 }
 
+TEST_F(ColorSettingsManagerTest, SettingsThatAreNotThereAreNotLookedForAtEveryColour)
+{
+  const ZelUtl::Folders installed = ZelUtl::GetFolders();
+  ZelUtl::Folders bare = installed;
+  bare.data = folder.Path("bare");
+  ZelUtl::SetFolders(bare);
+  ColorProfileManager::Shutdown();
+  EXPECT_THROW(InForce(), ColorSystemError);
+  const auto start = std::chrono::steady_clock::now();
+  for (int i = 0; i < 200; ++i)
+    EXPECT_EQ(ColorContext::GetActiveColorContext().GetCmykColorProfile(), nullptr);
+  // Each look takes 20 ms and more, of which there is one a second; all of them would take four seconds.
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+
+  ZelUtl::SetFolders(installed); // at once
+  ColorProfileManager::Shutdown();
+  EXPECT_NE(ColorContext::GetActiveColorContext().GetCmykColorProfile(), nullptr);
+}
+
 TEST_F(ColorSettingsManagerTest, WithoutAnyFileTheBuiltInSettingsAreInForceAndAFileIsBegun)
 {
   UseOwnData();
@@ -256,10 +275,10 @@ TEST_F(ColorSettingsManagerTest, TheEnvironmentNamesAnotherFactoryFile)
   for (const auto &[value, hasHouse] : {std::pair("House.xml", true), std::pair("", false)}) {
     Restart();
     std::filesystem::remove_all(user);
-    ::setenv("ZELCLR_COLORSETTINGS_XML", value, 1);
+    tests::SetVariable("ZELCLR_COLORSETTINGS_XML", value);
     EXPECT_EQ(Settings().GetColorSettings(L"House") != nullptr, hasHouse);
     EXPECT_EQ(Settings().GetColorSettings(L"Europe Web") != nullptr, !hasHouse);
-    ::unsetenv("ZELCLR_COLORSETTINGS_XML");
+    tests::UnsetVariable("ZELCLR_COLORSETTINGS_XML");
   }
 }
 

@@ -73,6 +73,16 @@ void ColorStyleSheet::OnPropertiesChanged(std::wstring_view names)
     Edit([&] { Follow(tells(L"PaletteName")); });
 }
 
+void ColorStyleSheet::OnBroadcasterGone() noexcept
+{
+  palette_ = nullptr;
+  try {
+    Edit([this] { Follow(true); });
+  } catch (...) {
+    // Nobody is left to hear of it; what has not gone yet goes with the next edit.
+  }
+}
+
 void ColorStyleSheet::Tell(std::wstring_view news)
 {
   if (std::find(news_.begin(), news_.end(), news) == news_.end())
@@ -82,9 +92,10 @@ void ColorStyleSheet::Tell(std::wstring_view news)
 /// The end of an edit.
 void ColorStyleSheet::Settle()
 {
-  ++editing_;
-  Follow(false);
-  --editing_;
+  {
+    const EditScope scope(editing_);
+    Follow(false);
+  }
   std::wstring names;
   for (const std::wstring_view news : std::exchange(news_, {}))
     names.append(names.empty() ? L"" : L",").append(news);
@@ -216,7 +227,10 @@ void ColorStyleSheet::ReadValues(bool isReload)
   std::vector<std::pair<Style *, std::size_t>> changed;
   for (std::size_t i = 0; i < places_.size(); ++i) {
     Style *const style = places_[i].style;
-    if (style != nullptr && !IsSameRecord(style->value, palette_->GetXmlPalette().GetColorSpec(i)))
+    CLR_COLORSPEC now; // what a reference stands for
+    if (style != nullptr)
+      now.Copy(palette_->GetXmlPalette().GetColorSpec(i));
+    if (style != nullptr && !IsSameRecord(style->value, now))
       changed.emplace_back(style, i);
   }
   if (changed.empty())

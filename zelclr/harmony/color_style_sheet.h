@@ -50,7 +50,7 @@ public:
   using HSB = Harmony::HSB;
   using RuleType = Harmony::RuleType;
 
-  /// The palette is not owned. It must outlive the sheet, or be taken away first.
+  /// The palette is not owned. When it goes before the sheet does, the sheet is without one from then on.
   explicit ColorStyleSheet(WClrPalette *palette = nullptr);
   ~ColorStyleSheet() override;
   ColorStyleSheet(const ColorStyleSheet &) = delete;
@@ -135,13 +135,13 @@ public:
 
   // --- JSON (color_style_sheet_json.cpp, docs/color_style_sheet.md) -------------------------------------------------
 
-  /// Puts the sheet into the members of an object; what is no object becomes one, other members stay. False without a
-  /// palette.
+  /// Puts the sheet into the members of an object; what is no object becomes one, members that are not the sheet's
+  /// stay. False without a palette.
   bool ExportJson(ZelUtl::JsonValue &value) const;
   /// The sheet that an object states in place of this one; false at the first failure. What was changed before stays:
   /// the external identifier, then palette, harmonies and aliases, each one after the other. A failed palette, list of
   /// older harmonies or list of aliases changes nothing of its part; a failed list of harmonies leaves those before
-  /// the fault.
+  /// the fault, unless older ones take their place.
   bool ImportJson(const ZelUtl::JsonValue &value);
   /// The same as text; an empty text without a palette. The reason is in English.
   std::string ExportJsonText() const;
@@ -173,6 +173,7 @@ private:
 
   // color_style_sheet.cpp
   void OnPropertiesChanged(std::wstring_view names) override;
+  void OnBroadcasterGone() noexcept override;
   template <class Work>
   auto Edit(Work work);
   void Settle();

@@ -74,6 +74,10 @@ bool ColorStyleSheet::ExportJson(JsonValue &value) const
   if (value.Object() == nullptr)
     value = {JsonValue::Members()};
   auto &members = std::get<JsonValue::Members>(value.value);
+  // What another sheet left there would be read as this one's.
+  std::erase_if(members, [](const ZelUtl::JsonMember &member) {
+    return member.name == kID || member.name == kExternalInfo || member.name == kOlderHarmonies;
+  });
   if (!externalID_.empty())
     Put(members, kID, {Utf8FromWide(externalID_)});
   Put(members, kPalette, ZelUtl::JsonFromXml(document->Root()));
@@ -241,12 +245,7 @@ bool ColorStyleSheet::ImportHarmoniesJson(const JsonValue &value)
   if (ruled != nullptr && ImportRuledHarmoniesJson(*ruled))
     return true;
   const JsonValue *const older = FindMember(value, kOlderHarmonies);
-  if (older == nullptr)
-    return false;
-  // The same harmonies in another form: those that were read of the first would stand twice.
-  while (!harmonies_.empty())
-    DeleteHarmony(harmonies_.size() - 1);
-  return ImportLegacyHeronHarmoniesJson(*older);
+  return older != nullptr && ImportLegacyHeronHarmoniesJson(*older);
 }
 
 /// One after the other: what stands before a fault is kept, the harmony with the fault too. A name that stands twice,
@@ -275,7 +274,8 @@ bool ColorStyleSheet::ImportRuledHarmoniesJson(const JsonValue &value)
          });
 }
 
-/// The older form knows rules by their numbers and colours by their places in the palette. Read whole or not at all.
+/// The older form knows rules by their numbers and colours by their places in the palette. Read whole or not at all,
+/// and in place of what was read of the other form: the same harmonies would stand twice.
 bool ColorStyleSheet::ImportLegacyHeronHarmoniesJson(const JsonValue &value)
 {
   struct Older
@@ -307,6 +307,8 @@ bool ColorStyleSheet::ImportLegacyHeronHarmoniesJson(const JsonValue &value)
     }
     harmonies.push_back(std::move(harmony));
   }
+  while (!harmonies_.empty())
+    DeleteHarmony(harmonies_.size() - 1);
   for (const Older &older : harmonies) {
     if (CreateHarmony(-1) < 0)
       return false;

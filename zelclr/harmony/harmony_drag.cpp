@@ -70,12 +70,13 @@ bool HarmonyDrag::Finish()
   sheet_.Edit([&] {
     for (std::size_t i = 0; i < colours.size(); ++i) {
       ColorStyleSheet::Style *const style = sheet_.FindStyle(colours[i].name);
-      const bool stays = positions_[i] == start_[i] || (i != index_ && Internal::IsInk(colours[i].start));
-      if (style == nullptr || !style->reference.IsSameReference(colours[i].reference) || stays)
+      if (style == nullptr || !style->reference.IsSameReference(colours[i].reference))
         continue;
+      const bool stays = positions_[i] == start_[i] || (i != index_ && Internal::IsInk(colours[i].start));
       CLR_COLORSPEC now;
       now.Copy(colours[i].reference);
-      sheet_.Store(*style, now, positions_[i]);
+      if (stays || !sheet_.Store(*style, now, positions_[i]))
+        style->reference.SetReferenceColorValue(style->value); // what somebody else may have made of it meanwhile
     }
   });
   return true;

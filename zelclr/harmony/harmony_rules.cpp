@@ -49,8 +49,10 @@ HSB Shade(HSB base, double part)
 }
 
 /// The `number`th, from 1, of so many variations.
-HSB Variation(const HSB &base, std::size_t number, std::size_t count)
+HSB Variation(HSB base, std::size_t number, std::size_t count)
 {
+  base.saturation = std::clamp(base.saturation, 0, 255);
+  base.brightness = std::clamp(base.brightness, 0, 255);
   constexpr std::int32_t kNearly = 51; // a fifth of the full scale
   const bool hasShades = base.brightness >= kNearly;
   const bool hasTints = base.saturation >= kNearly || base.brightness <= 255 - kNearly;

@@ -23,10 +23,12 @@ class IPropertyListener
 public:
   virtual ~IPropertyListener() = default;
   virtual void OnPropertiesChanged(std::wstring_view names) = 0;
+  /// The broadcaster is going: it must not be asked anything any more, and is unregistered from.
+  virtual void OnBroadcasterGone() noexcept {}
 };
 
 /// Tells its listeners, in the order of their registration. They are not owned and must unregister before they go; they
-/// may do so while they are told.
+/// may do so while they are told. Whoever is still registered when the broadcaster goes hears of that.
 class PropertyBroadcaster
 {
 public:
@@ -41,7 +43,14 @@ protected:
   PropertyBroadcaster() = default;
   PropertyBroadcaster(const PropertyBroadcaster &) = delete;
   PropertyBroadcaster &operator=(const PropertyBroadcaster &) = delete;
-  ~PropertyBroadcaster() = default;
+  ~PropertyBroadcaster()
+  {
+    while (!listeners_.empty()) {
+      IPropertyListener *const listener = listeners_.back();
+      listeners_.pop_back();
+      listener->OnBroadcasterGone();
+    }
+  }
 
   void Broadcast(std::wstring_view names) const
   {

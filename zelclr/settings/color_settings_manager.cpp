@@ -10,6 +10,7 @@
 #include "zelclr/settings/internal/settings_xml.h"
 
 #include <atomic>
+#include <chrono>
 
 namespace ColorSystem {
 
@@ -123,9 +124,30 @@ ColorSettingsManager::ColorSettingsManager() : store_(std::make_unique<SettingsS
 
 ColorSettingsManager::~ColorSettingsManager() = default;
 
+/// Without the installation's profiles there are no settings, every colour asks for them, and each look takes 20 ms: so
+/// what was not found is looked for again after a second, or once the host names other folders.
 ColorSettingsManager &ColorSettingsManager::GetInstance()
 {
-  return Manager().Get([] { return std::unique_ptr<ColorSettingsManager>(new ColorSettingsManager); });
+  struct Absence
+  {
+    std::chrono::steady_clock::time_point until;
+    std::string folders;
+    std::string reason;
+  };
+  static Absence &absence = *new Absence; // under the lock of the one instance; never destroyed, as that
+  return Manager().Get([] {
+    const ZelUtl::Folders folders = ZelUtl::GetFolders();
+    const std::string key = folders.data + '\n' + folders.user;
+    const auto now = std::chrono::steady_clock::now();
+    if (now < absence.until && key == absence.folders)
+      throw ColorSystemError(absence.reason);
+    try {
+      return std::unique_ptr<ColorSettingsManager>(new ColorSettingsManager);
+    } catch (const ColorSystemError &error) {
+      absence = {now + std::chrono::seconds(1), key, error.what()};
+      throw;
+    }
+  });
 }
 
 void ColorSettingsManager::Shutdown()

@@ -8,19 +8,21 @@
 
 namespace ZelClr {
 
+/// One more edit within others, for as long as it lives.
+struct EditScope
+{
+  explicit EditScope(int &depth) : count(depth) { ++count; }
+  ~EditScope() { --count; }
+  EditScope(const EditScope &) = delete;
+  EditScope &operator=(const EditScope &) = delete;
+  int &count;
+};
+
 template <class Work>
 auto ColorStyleSheet::Edit(Work work)
 {
-  struct Scope
-  {
-    explicit Scope(int &depth) : count(depth) { ++count; }
-    ~Scope() { --count; }
-    Scope(const Scope &) = delete;
-    Scope &operator=(const Scope &) = delete;
-    int &count;
-  };
   const auto run = [&] {
-    const Scope scope(editing_);
+    const EditScope scope(editing_);
     return work();
   };
   if constexpr (std::is_void_v<decltype(work())>) {
