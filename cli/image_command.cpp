@@ -78,6 +78,9 @@ Plan PlanFor(const Arguments &arguments)
 
   plan.options.source = info.format;
   plan.options.destination = plan.result.format;
+  // Settled for the whole image, so that it does not depend on how its rows are parted.
+  const bool isLarge = std::uint64_t{info.width} * info.height >= BakingColorTransform::kPixelsBeforeBaking;
+  plan.options.precision = isLarge ? TransformPrecision::Baked : TransformPrecision::Exact;
   plan.options.intent =
     arguments.intent.value_or(ColorContext::GetApplicationDefaultColorContext().GetRenderingIntent());
   // The absolute intent shows the source's own black and white.

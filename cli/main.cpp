@@ -1,11 +1,14 @@
 // zelclr: the command line of the colour library.
 
 #include "cli/command.h"
+#include "zelclr/platform/console.h"
 
 #include <cstdio>
 #include <exception>
 #include <iostream>
 #include <map>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -16,7 +19,7 @@ int Complain(const std::string &message, cli::ExitCode code)
 }
 
 /// Reads the command line and runs the command that it names.
-int RunTool(int argc, char **argv)
+int RunTool(const std::vector<std::string> &arguments)
 {
   cli::Output output;
   auto exitCode = cli::ExitCode::Fine;
@@ -50,8 +53,8 @@ int RunTool(int argc, char **argv)
   cli::AddSettings(app, output, exitCode);
 
   try {
-    app.parse(argc, argv);
-  } catch (const CLI::Success &asked) { // help, version
+    app.parse(std::vector(arguments.rbegin(), arguments.rend() - 1)); // the last one first, without the program
+  } catch (const CLI::Success &asked) {                               // help, version
     return app.exit(asked);
   } catch (const CLI::ParseError &error) {
     return Complain(cli::Harmless(error.what()) + "; see zelclr --help", cli::ExitCode::Usage);
@@ -66,7 +69,8 @@ int RunTool(int argc, char **argv)
 int main(int argc, char **argv)
 {
   try {
-    return RunTool(argc, argv);
+    ZelUtl::PrepareStandardStreams();
+    return RunTool(ZelUtl::ProgramArguments(argc, argv));
   } catch (const cli::Failure &failure) {
     return Complain(failure.what(), failure.code);
   } catch (const std::exception &error) {

@@ -42,8 +42,7 @@ bool Output::DrawsColour() const
   if (colour != ColourUse::Auto)
     return colour == ColourUse::Always;
   const auto noColour = ZelUtl::EnvironmentVariable("NO_COLOR");
-  return ZelUtl::StandardOutputIsTerminal() && (!noColour || noColour->empty()) &&
-         ZelUtl::EnvironmentVariable("TERM") != "dumb";
+  return ZelUtl::StandardOutputTakesEscapes() && (!noColour || noColour->empty());
 }
 
 std::string Output::Swatch(const CLR_COLORSPEC &shown, int columns) const

@@ -18,3 +18,19 @@ install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_SOURCE_DIR}/README.md" 
 if(TARGET zelclr-tool)
   install(TARGETS zelclr-tool RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endif()
+
+if(WIN32)
+  # Windows looks for libraries beside the program; Little CMS is one that is found there or not.
+  if(ZELCLR_LCMS2_DLL)
+    install(FILES "${ZELCLR_LCMS2_DLL}" DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  endif()
+  # Of the libraries that are within ours and the tool.
+  install(DIRECTORY "${CMAKE_SOURCE_DIR}/build/windows-libraries/share/licences" DESTINATION "${CMAKE_INSTALL_DOCDIR}"
+    OPTIONAL PATTERN benchmark.txt EXCLUDE PATTERN googletest.txt EXCLUDE)
+  set(CPACK_GENERATOR ZIP)
+  set(CPACK_PACKAGE_NAME zelclr)
+  set(CPACK_PACKAGE_FILE_NAME "zelclr-${PROJECT_VERSION}-windows-x64")
+  set(CPACK_STRIP_FILES ON)
+  set(CPACK_VERBATIM_VARIABLES ON)
+  include(CPack)
+endif()

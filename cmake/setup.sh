@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # What run, test and .ci/run share. They source it from the project's root; called by hand, it installs packages:
-# cmake/setup.sh build test ci browser benchmark
+# cmake/setup.sh build test ci browser windows benchmark
 # Progress goes to stderr. Whatever cannot go on ends the script with status 4 and one line that says why.
 
 declare -A package_groups=(
@@ -8,6 +8,7 @@ declare -A package_groups=(
   [test]="libgtest-dev libgmock-dev librapidcheck-dev"
   [ci]="clang-14 libclang-rt-14-dev llvm-14 clang-format-14"
   [browser]="chromium python3"
+  [windows]="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev nasm wine64 wine zip unzip"
   [benchmark]="libbenchmark-dev qtbase5-dev"
 )
 

@@ -44,10 +44,21 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 
   const PixelFormat own = {profile->GetColorModel(), SampleType::UInt8};
   const PixelFormat rgb = {ColorModel::Rgb, SampleType::UInt8};
-  const TransformOptions out{intent, intent, true, false, own, rgb};
-  const TransformOptions in{intent, intent, true, false, rgb, own};
-  const TransformOptions proof{intent, intent, false, checked, rgb, rgb};
-  const TransformOptions mask{intent, intent, false, true, rgb, {ColorModel::Grayscale, SampleType::UInt8}};
+  const auto options = [&](bool compensated, bool gamut, const PixelFormat &from, const PixelFormat &to) {
+    TransformOptions made;
+    made.intent = made.displayIntent = intent;
+    made.blackPointCompensation = compensated;
+    made.gamutCheck = gamut;
+    // Tables of few nodes, for the library is slow under sanitizers.
+    made.precision = choice / 32 % 2 == 0 ? TransformPrecision::Automatic : TransformPrecision::Baked;
+    made.gridPoints = static_cast<std::uint16_t>(2 + choice / 64 % 4);
+    made.source = from;
+    made.destination = to;
+    return made;
+  };
+  const auto out = options(true, false, own, rgb), in = options(true, false, rgb, own);
+  const auto proof = options(false, checked, rgb, rgb);
+  const auto mask = options(false, true, rgb, {ColorModel::Grayscale, SampleType::UInt8});
   ConvertOnce(engine->CreateTransform(*profile, *other, out), out);
   ConvertOnce(engine->CreateTransform(*other, *profile, in), in);
   ConvertOnce(engine->CreateProofTransform(*other, *profile, other.get(), proof), proof);

@@ -23,6 +23,7 @@ std::optional<Channels> Converted(const ColorProfile &from, const ColorProfile &
     return std::nullopt;
   TransformOptions options;
   options.intent = intent;
+  options.precision = TransformPrecision::Exact;
   std::shared_ptr<ColorTransform> transform;
   for (const auto &[fromType, toType] : {std::pair{SampleType::UInt16, SampleType::UInt16},
                                          {SampleType::UInt8, SampleType::UInt16},

@@ -423,6 +423,8 @@ Bytes Converted(const Pixels &image, const std::string &from, const std::string 
   TransformOptions options;
   options.intent = intent;
   options.blackPointCompensation = blackPoint;
+  const bool isLarge = std::uint64_t{image.info.width} * image.info.height >= BakingColorTransform::kPixelsBeforeBaking;
+  options.precision = isLarge ? TransformPrecision::Baked : TransformPrecision::Exact;
   options.source = image.info.format;
   options.destination = format;
   const auto transform = ColorManagementSystem::Get(ColorManagementModule::LCMS)

@@ -53,7 +53,7 @@ class PaletteCommand : public testing::Test
 protected:
   tests::ToolResult Run(const std::string &words) const
   {
-    return tests::RunTool("palette " + words, "XDG_DATA_HOME=" + folder_.Path("home") + " LC_ALL=de_DE.UTF-8");
+    return tests::RunTool("palette " + words, tests::UserBelow(folder_.Path("home")) + " LC_ALL=de_DE.UTF-8");
   }
   std::string Write(const std::string &name, const std::string &text) const { return folder_.WriteText(name, text); }
   std::string Path(const std::string &name) const { return folder_.Path(name); }
@@ -199,7 +199,7 @@ TEST_F(PaletteCommand, ReportReadsEveryPalette)
   const std::string own = Write("own.xml", kOwn);
   const std::string groups = Write("g.json", kGroups);
   for (const auto &[palette, colours] : {std::pair{own, 5}, {groups, 5}}) {
-    const auto report = tests::RunTool("report --json " + palette, "XDG_DATA_HOME=" + Path("home"));
+    const auto report = tests::RunTool("report --json " + palette, tests::UserBelow(Path("home")));
     EXPECT_LE(report.exitCode, 1) << report.errors;
     EXPECT_EQ(json::parse(report.output)["colours"].size(), colours);
   }

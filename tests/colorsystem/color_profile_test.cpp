@@ -2,8 +2,6 @@
 #include "tests/colorsystem/support/profile_folders.h"
 #include "zelclr/colorsystem/color_profile.h"
 
-#include <sys/stat.h>
-
 #include <cmath>
 #include <sstream>
 #include <thread>
@@ -93,7 +91,7 @@ TEST_F(ColorProfiles, Kept_OfDisplaysAreValidForPrinting)
 
 TEST_F(ColorProfiles, OfFilesThatAreNoneAnswerTheDefaults)
 {
-  ASSERT_EQ(::mkfifo(folder.Path("pipe.icc").c_str(), 0600), 0);
+  tests::PipeAndDevice(folder.Path());
   std::filesystem::create_directory(folder.Path("folder.icc"));
   folder.Write("text.icc", TextTag("no profile"));
   for (const char *name : {"missing.icc", "pipe.icc", "folder.icc", "text.icc", "", "a/"}) {

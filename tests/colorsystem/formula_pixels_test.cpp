@@ -2,15 +2,13 @@
 // instruction set that this processor has.
 
 #include "tests/colorsystem/support/profile_folders.h"
+#include "tests/support/each_target.h"
 #include "tests/support/sanitized.h"
 #include "zelclr/colorsystem/engines/color_management_system.h"
 #include "zelclr/colorsystem/formula_pixels.h"
 #include "zelclr/convert/formulas/srgb_lab.h"
 
-#include <hwy/targets.h>
-
 #include <array>
-#include <functional>
 #include <limits>
 #include <random>
 
@@ -32,18 +30,6 @@ std::string NameOf(ColorModel from, ColorModel to)
 {
   const auto name = [](ColorModel model) { return model == Xyz ? "Xyz" : std::string(NameOfColorModel(model)); };
   return name(from) + " to " + name(to);
-}
-
-void ForEachTarget(const std::function<void()> &run)
-{
-  const std::int64_t all = hwy::SupportedTargets() & HWY_TARGETS;
-  for (std::int64_t rest = all; rest != 0; rest &= rest - 1) {
-    const std::int64_t target = rest & -rest;
-    SCOPED_TRACE(hwy::TargetName(target));
-    hwy::GetChosenTarget().Update(target);
-    run();
-  }
-  hwy::GetChosenTarget().Update(all);
 }
 
 // --- The formulas in doubles -----------------------------------------------------------------------------------------

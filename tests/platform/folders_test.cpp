@@ -5,7 +5,6 @@
 #include "zelclr/platform/regular_file.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <array>
 
@@ -48,6 +47,9 @@ TEST(ValidFileName, MakesAnyTextTheNameOfAFile)
     {"...", "Unnamed"},
     {"a\x01\x7F\nb", "ab"},
     {"\xC3\x84\xFF", "\xC3\x84"},
+    {"nul", "_nul"},
+    {"COM1.icc", "_COM1.icc"},
+    {"console", "console"},
   };
   for (const auto &[text, name] : kRows)
     EXPECT_EQ(ValidFileName(text), name) << text;
@@ -94,8 +96,9 @@ TEST(RegularFile, IsReadAnywhereWithinAndNowhereElse)
   EXPECT_EQ(moved.Stamp(), StampOfFile(path));
   tests::WriteBytes(path, {1});
   EXPECT_NE(moved.Stamp(), StampOfFile(path));
-  ASSERT_EQ(::mkfifo(folder.Path("pipe").c_str(), 0600), 0);
-  for (const std::string &other : {folder.Path(), folder.Path("pipe"), folder.Path("missing")}) {
+  std::vector<std::string> others = tests::PipeAndDevice(folder.Path());
+  others.insert(others.end(), {folder.Path(), folder.Path("missing")});
+  for (const std::string &other : others) {
     reason.clear();
     EXPECT_FALSE(RegularFile::Open(other, reason)) << other;
     EXPECT_NE(reason, "") << other;

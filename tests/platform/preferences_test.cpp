@@ -1,4 +1,5 @@
 // Preferences, the locale and the application's own answers: what settings start from.
+#include "tests/support/children.h"
 #include "tests/support/temporary_folder.h"
 #include "zelclr/platform/application.h"
 #include "zelclr/platform/file_faults.h"
@@ -7,9 +8,8 @@
 #include "zelclr/platform/preferences.h"
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <map>
 #include <thread>
@@ -23,7 +23,7 @@ class PreferencesTest : public testing::Test
 protected:
   PreferencesTest()
   {
-    ::setenv("XDG_RUNTIME_DIR", folder_.Path().c_str(), 1);
+    tests::SetVariable("XDG_RUNTIME_DIR", folder_.Path());
     Folders folders;
     folders.user = folder_.Path("user");
     SetFolders(folders);
@@ -32,7 +32,7 @@ protected:
   {
     SetFileFaults({});
     ResetFolders();
-    ::unsetenv("XDG_RUNTIME_DIR");
+    tests::UnsetVariable("XDG_RUNTIME_DIR");
   }
 
   std::string File() const { return tests::TextOf(folder_.Path("user/preferences.json")); }
@@ -66,36 +66,42 @@ TEST_F(PreferencesTest, TypedValuesComeBackAndDefaultsStandInForNonsense)
   EXPECT_EQ(File().find("One"), std::string::npos);
 }
 
+constexpr int kThreads = 2, kKeys = 10;
+
+CPrefObject<int> Preference(const std::string &process, int thread, int key)
+{
+  return CPrefObject<int>("S" + process, std::to_string(thread) + "." + std::to_string(key), -1);
+}
+
+/// preferences FOLDER NAME: writes the keys of that process.
+const tests::ChildWork kWriting("preferences", [](const tests::Words &words) {
+  Folders folders;
+  folders.user = words.at(0);
+  SetFolders(folders);
+  std::atomic<int> wrong = 0;
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([&, t] {
+      for (int key = 0; key < kKeys; ++key)
+        wrong += !Preference(words.at(1), t, key).Set(key) || Preference(words.at(1), t, key).Get() != key;
+    });
+  }
+  for (std::thread &thread : threads)
+    thread.join();
+  return wrong.load();
+});
+
 TEST_F(PreferencesTest, ProcessesAndThreadsKeepEachOthersKeys)
 {
-  constexpr int kProcesses = 4, kThreads = 2, kKeys = 10;
-  const auto preference = [](int process, int thread, int key) {
-    return CPrefObject<int>("S" + std::to_string(process), std::to_string(thread) + "." + std::to_string(key), -1);
-  };
-  std::vector<pid_t> children;
+  constexpr int kProcesses = 4;
+  std::vector<tests::Process> children;
+  for (int p = 0; p < kProcesses; ++p)
+    children.push_back(tests::StartChild("preferences", {folder_.Path("user"), std::to_string(p)}));
+  for (const tests::Process child : children)
+    EXPECT_EQ(tests::WaitFor(child), 0);
   for (int p = 0; p < kProcesses; ++p) {
-    children.push_back(::fork());
-    if (children.back() != 0)
-      continue;
-    std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t) {
-      threads.emplace_back([&preference, p, t] {
-        for (int key = 0; key < kKeys; ++key) {
-          if (!preference(p, t, key).Set(key) || preference(p, t, key).Get() != key)
-            ::_exit(1);
-        }
-      });
-    }
-    for (std::thread &thread : threads)
-      thread.join();
-    ::_exit(0);
-  }
-  for (int p = 0; p < kProcesses; ++p) {
-    int status = -1;
-    EXPECT_EQ(::waitpid(children[static_cast<std::size_t>(p)], &status, 0), children[static_cast<std::size_t>(p)]);
-    EXPECT_EQ(status, 0);
     for (int i = 0; i < kThreads * kKeys; ++i)
-      EXPECT_EQ(preference(p, i / kKeys, i % kKeys).Get(), i % kKeys) << p << ' ' << i;
+      EXPECT_EQ(Preference(std::to_string(p), i / kKeys, i % kKeys).Get(), i % kKeys) << p << ' ' << i;
   }
 }
 

@@ -1,12 +1,10 @@
 // Replacing a file: whatever step fails, and wherever the process dies, the old or the new file is there, whole.
+#include "tests/support/children.h"
 #include "tests/support/temporary_folder.h"
 #include "zelclr/platform/file_faults.h"
 #include "zelclr/platform/files.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <cerrno>
 
@@ -28,13 +26,6 @@ void Write(const std::string &path, const std::string &text)
 std::size_t FilesIn(const std::string &folder)
 {
   return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {}));
-}
-
-mode_t PermissionsOf(const std::string &path)
-{
-  struct stat status = {};
-  EXPECT_EQ(::stat(path.c_str(), &status), 0);
-  return status.st_mode & 07777;
 }
 
 class ReplaceFileTest : public testing::Test
@@ -69,58 +60,30 @@ TEST_F(ReplaceFileTest, AFailureAtAnyStepIsToldAndLeavesNothingBehind)
   EXPECT_TRUE(ReplaceFile(path_, kNew, reason_)) << reason_;
 }
 
+/// replace PATH STEP: dies before that step.
+const tests::ChildWork kReplacing("replace", [](const tests::Words &words) {
+  static const int last = std::stoi(words.at(1));
+  SetFileFaults([](FileStep step) {
+    if (static_cast<int>(step) == last)
+      tests::KillThisProcess();
+    return 0;
+  });
+  std::string untold;
+  ReplaceFile(words.at(0), kNew, untold);
+  return 0;
+});
+
 TEST_F(ReplaceFileTest, AProcessThatDiesAtAnyStepLeavesTheOldOrTheNewFile)
 {
   for (const FileStep last : kFileSteps) {
-    SCOPED_TRACE(static_cast<int>(last));
+    const std::string step = std::to_string(static_cast<int>(last));
+    SCOPED_TRACE(step);
     Write(path_, kOld);
-    const pid_t child = ::fork();
-    if (child == 0) {
-      SetFileFaults([last](FileStep step) { return step == last ? ::raise(SIGKILL) : 0; });
-      std::string untold;
-      ReplaceFile(path_, kNew, untold);
-      ::_exit(0);
-    }
-    int status = 0;
-    ASSERT_EQ(::waitpid(child, &status, 0), child);
-    ASSERT_TRUE(WIFSIGNALED(status)) << "the step was taken";
+    ASSERT_EQ(tests::WaitFor(tests::StartChild("replace", {path_, step})), tests::kKilled) << "the step was taken";
     EXPECT_EQ(tests::TextOf(path_), last == FileStep::FlushFolder ? kNew : kOld);
     EXPECT_TRUE(ReplaceFile(path_, kNew, reason_)) << "what was left behind is in nobody's way: " << reason_;
     EXPECT_EQ(tests::TextOf(path_), kNew);
   }
-}
-
-TEST_F(ReplaceFileTest, LinksAndPermissionsStay)
-{
-  fs::create_directory(folder_.Path("far"));
-  const std::string target = folder_.Path("far/target");
-  fs::create_symlink("far/target", folder_.Path("second"));
-  fs::create_symlink("second", path_);
-  EXPECT_TRUE(ReplaceFile(path_, kOld, reason_)) << "the target is made: " << reason_;
-  for (const mode_t permissions : {0600u, 0640u, 0444u, 0755u}) {
-    ::chmod(target.c_str(), permissions);
-    EXPECT_TRUE(ReplaceFile(path_, kNew, reason_)) << reason_;
-    EXPECT_EQ(PermissionsOf(target), permissions);
-  }
-  EXPECT_TRUE(fs::is_symlink(path_));
-  EXPECT_EQ(tests::TextOf(target), kNew);
-  EXPECT_EQ(FilesIn(folder_.Path("far")), 1u);
-
-  fs::create_symlink("ring", folder_.Path("ring"));
-  EXPECT_FALSE(ReplaceFile(folder_.Path("ring"), kNew, reason_)) << "a link that leads to itself";
-  EXPECT_TRUE(fs::is_symlink(folder_.Path("ring")));
-}
-
-TEST_F(ReplaceFileTest, ASecretIsNeverReadableMeanwhile)
-{
-  Write(path_, kOld);
-  ::chmod(path_.c_str(), 0600);
-  SetFileFaults([this](FileStep step) {
-    for (const auto &entry : fs::directory_iterator(folder_.Path()))
-      EXPECT_EQ(PermissionsOf(entry.path().string()) & 077, 0u) << static_cast<int>(step);
-    return 0;
-  });
-  EXPECT_TRUE(ReplaceFile(path_, kNew, reason_)) << reason_;
 }
 
 TEST_F(ReplaceFileTest, DamagedBytesAreKeptOnceUnderAFreeName)

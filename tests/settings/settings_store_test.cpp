@@ -1,6 +1,6 @@
 // The file among processes, failures and kills: nothing that anybody wrote may be lost.
-#include "tests/settings/support/children.h"
 #include "tests/settings/support/settings_folders.h"
+#include "tests/support/children.h"
 #include "tests/support/sanitized.h"
 #include "zelclr/platform/files.h"
 #include "zelclr/platform/inter_process_mutex.h"
@@ -8,28 +8,71 @@
 #include "zelclr/platform/xml.h"
 
 #include <gmock/gmock.h>
-#include <sys/time.h>
-#include <sys/wait.h>
 
 #include <atomic>
-#include <csignal>
 #include <set>
 
 using namespace ColorSystem;
 using namespace std::chrono_literals;
-using tests::StartChild;
-using tests::WaitForChild;
 
 namespace {
 
 constexpr const char *kMutex = "cda6a4c3-279d-ec9a-48d7-75b2502fc85f";
+
+// --- The works of children, which begin with the folders of data and user
+// ---------------------------------------------
+
+void BeginChild(const tests::Words &words)
+{
+  ZelUtl::Folders folders;
+  folders.data = words.at(0);
+  folders.user = words.at(1);
+  folders.temporary = words.at(1);
+  ZelUtl::SetFolders(folders);
+}
+
+void Add(const std::string &prefix, int count)
+{
+  for (int i = 0; i < count; ++i)
+    ColorSettingsManager::GetInstance().AddColorSettings(
+      ColorSettings(ZelUtl::WideFromUtf8(prefix + "-" + std::to_string(i))));
+}
+
+/// add DATA USER PREFIX COUNT: presets PREFIX-0 and on.
+const tests::ChildWork kAdding("add", [](const tests::Words &words) {
+  BeginChild(words);
+  Add(words.at(2), std::stoi(words.at(3)));
+  return 0;
+});
+
+/// die DATA USER STEP PREFIX: starts, adds two presets and chooses one; killed at that step of all the files that are
+/// replaced.
+const tests::ChildWork kDying("die", [](const tests::Words &words) {
+  BeginChild(words);
+  static std::atomic<int> left = std::stoi(words.at(2));
+  ZelUtl::SetFileFaults([](ZelUtl::FileStep) {
+    if (left-- == 0)
+      tests::KillThisProcess();
+    return 0;
+  });
+  Add(words.at(3), 2);
+  auto &manager = ColorSettingsManager::GetInstance();
+  manager.SetApplicationColorSettings(*manager.GetColorSettings(L"Europe Prepress"));
+  return 0;
+});
 
 class SettingsStoreTest : public tests::SettingsFolders
 {
 protected:
   SettingsStoreTest() { host.name = L"ZelClr"; } // as processes without a host are called
 
-  pid_t Start(const std::vector<std::string> &words) const { return StartChild(shipped, user, words); }
+  /// See the works of children above.
+  tests::Process Start(const std::string &work, const tests::Words &words) const
+  {
+    tests::Words all = {shipped, user};
+    all.insert(all.end(), words.begin(), words.end());
+    return tests::StartChild(work, all);
+  }
   /// The names in all lists of presets; nothing when the file is not whole.
   static std::optional<std::multiset<std::wstring>> NamesIn(const std::string &text)
   {
@@ -61,7 +104,7 @@ TEST_F(SettingsStoreTest, AProcessThatDiesAtAnyStepLeavesAFileThatIsWhole)
   for (int step = 0;; ++step) {
     SCOPED_TRACE(step);
     tests::WriteBytes(file, tests::BytesOf(before));
-    const int status = WaitForChild(Start({"die", std::to_string(step), "Dies"}));
+    const int status = tests::WaitFor(Start("die", {std::to_string(step), "Dies"}));
     const auto names = NamesInFile();
     ASSERT_TRUE(names) << tests::TextOf(file);
     counts.insert(names->size());
@@ -69,7 +112,7 @@ TEST_F(SettingsStoreTest, AProcessThatDiesAtAnyStepLeavesAFileThatIsWhole)
     EXPECT_TRUE(Settings().AddColorSettings(ColorSettings(L"After")));
     EXPECT_EQ(NamesInFile()->count(L"After"), 1u);
     Restart();
-    if (!WIFSIGNALED(status))
+    if (status != tests::kKilled)
       break;
     ++kills;
   }
@@ -82,11 +125,11 @@ TEST_F(SettingsStoreTest, AFirstStartThatDiesAtAnyStepLeavesNoFileOrAWholeOne)
   for (int step = 0;; ++step) {
     SCOPED_TRACE(step);
     std::filesystem::remove_all(user);
-    const int status = WaitForChild(Start({"die", std::to_string(step), "Dies"}));
+    const int status = tests::WaitFor(Start("die", {std::to_string(step), "Dies"}));
     EXPECT_TRUE(!std::filesystem::exists(file) || NamesInFile()->size() >= 12u);
     EXPECT_GE(Settings().EnumerateColorSettings().size(), 12u);
     Restart();
-    if (!WIFSIGNALED(status))
+    if (status != tests::kKilled)
       break;
     ASSERT_LT(step, 40);
   }
@@ -134,11 +177,11 @@ TEST_F(SettingsStoreTest, ManyProcessesAddAtOnceAndAllIsThereAndWholeAtEveryMome
       std::this_thread::sleep_for(1ms);
     }
   });
-  std::vector<pid_t> children;
+  std::vector<tests::Process> children;
   for (int i = 0; i < kProcesses; ++i)
-    children.push_back(Start({"add", "P" + std::to_string(i), std::to_string(kPresets)}));
-  for (const pid_t child : children)
-    EXPECT_EQ(WaitForChild(child), 0);
+    children.push_back(Start("add", {"P" + std::to_string(i), std::to_string(kPresets)}));
+  for (const tests::Process child : children)
+    EXPECT_EQ(tests::WaitFor(child), 0);
   done = true;
   reader.join();
   EXPECT_EQ(partial, 0);
@@ -158,10 +201,10 @@ TEST_F(SettingsStoreTest, TwoProcessesThatStartAtOnceKeepTheirPresets)
   constexpr int kRounds = tests::kSanitized ? 10 : 100;
   for (int round = 0; round < kRounds; ++round) {
     std::filesystem::remove_all(user);
-    const pid_t first = Start({"add", "A", "1"});
-    const pid_t second = Start({"add", "B", "1"});
-    EXPECT_EQ(WaitForChild(first), 0);
-    EXPECT_EQ(WaitForChild(second), 0);
+    const tests::Process first = Start("add", {"A", "1"});
+    const tests::Process second = Start("add", {"B", "1"});
+    EXPECT_EQ(tests::WaitFor(first), 0);
+    EXPECT_EQ(tests::WaitFor(second), 0);
     const auto names = NamesInFile();
     ASSERT_TRUE(names) << round;
     EXPECT_EQ(names->size(), 14u) << round;
@@ -249,29 +292,6 @@ TEST_F(SettingsStoreTest, LookingWaitsForNobody)
   ZelUtl::InterProcessMutex mutex(kMutex);
   const std::lock_guard held(mutex);
   std::thread([] { EXPECT_EQ(Settings().EnumerateColorSettings().size(), 12u); }).join();
-}
-
-TEST_F(SettingsStoreTest, SignalsInterruptNeitherSavingNorWatching)
-{
-  Settings();
-  struct sigaction action = {}, before = {};
-  action.sa_handler = [](int) {};
-  ::sigaction(SIGALRM, &action, &before);
-  const itimerval often = {{0, 500}, {0, 500}};
-  ::setitimer(ITIMER_REAL, &often, nullptr);
-  for (int i = 0; i < 30; ++i)
-    EXPECT_TRUE(Settings().SetApplicationColorSettings(ColorSettings(L"Signals " + std::to_wstring(i))));
-  sigset_t alarm = {}, old = {};
-  ::sigemptyset(&alarm);
-  ::sigaddset(&alarm, SIGALRM);
-  ::pthread_sigmask(SIG_BLOCK, &alarm, &old); // now the watch's thread gets them
-  std::this_thread::sleep_for(200ms);
-  PutOutside(tests::Replaced(tests::TextOf(file), "<Name>Signals 29<", "<Name>Outside<"));
-  EXPECT_TRUE(tests::Within(2s, [] { return InForce().GetName() == L"Outside"; }));
-  ::pthread_sigmask(SIG_SETMASK, &old, nullptr);
-  const itimerval never = {};
-  ::setitimer(ITIMER_REAL, &never, nullptr);
-  ::sigaction(SIGALRM, &before, nullptr);
 }
 
 TEST_F(SettingsStoreTest, ThreadsMayDoEverythingAtOnce)

@@ -1,10 +1,10 @@
 // A fresh folder on disk for each test, and small files in it.
 #pragma once
 
+#include "tests/support/system.h"
 #include "zelclr/platform/text.h"
 
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -16,16 +16,22 @@ namespace tests {
 
 using Bytes = std::vector<std::uint8_t>;
 
+/// The path of UTF-8: text of one byte a letter means something else on Windows.
+inline std::filesystem::path PathOf(const std::string &path)
+{
+  return std::u8string(path.begin(), path.end());
+}
+
 inline void WriteBytes(const std::string &path, const Bytes &bytes)
 {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  std::ofstream out(PathOf(path), std::ios::binary | std::ios::trunc);
   if (!out.write(reinterpret_cast<const char *>(bytes.data()), static_cast<std::streamsize>(bytes.size())).flush())
     throw std::runtime_error("cannot write " + path);
 }
 
 inline Bytes ReadBytes(const std::string &path)
 {
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(PathOf(path), std::ios::binary);
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
@@ -40,17 +46,8 @@ inline std::string TextOf(const std::string &path)
 class TemporaryFolder
 {
 public:
-  TemporaryFolder()
-  {
-    path_ = (std::filesystem::temp_directory_path() / "zelclr_test_XXXXXX").string();
-    if (::mkdtemp(path_.data()) == nullptr)
-      throw std::runtime_error("no temporary folder");
-  }
-  ~TemporaryFolder()
-  {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
+  TemporaryFolder() : path_(MakeFolderAside()) {}
+  ~TemporaryFolder() { RemoveFolder(path_); }
   TemporaryFolder(const TemporaryFolder &) = delete;
   TemporaryFolder &operator=(const TemporaryFolder &) = delete;
 
@@ -59,10 +56,10 @@ public:
   /// Makes the folders on the way; answers the whole path.
   std::string Write(const std::string &name, const Bytes &bytes) const
   {
-    const std::filesystem::path path = Path(name);
-    std::filesystem::create_directories(path.parent_path());
-    WriteBytes(path.string(), bytes);
-    return path.string();
+    const std::string path = Path(name);
+    std::filesystem::create_directories(PathOf(path).parent_path());
+    WriteBytes(path, bytes);
+    return path;
   }
   std::string WriteText(const std::string &name, const std::string &text) const
   {
@@ -70,7 +67,7 @@ public:
   }
 
 private:
-  std::string path_;
+  const std::string path_;
 };
 
 } // namespace tests

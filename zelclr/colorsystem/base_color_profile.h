@@ -66,6 +66,7 @@ protected:
   virtual bool LoadNoLock(Content &content) ZELCLR_REQUIRES(lock_) = 0;
   /// Forgets what was read, and that reading failed.
   void UnloadNoLock() ZELCLR_REQUIRES(lock_);
+  bool IsTransientNoLock() const ZELCLR_REQUIRES(lock_) { return transient_; }
   const std::string &Utf8Path() const { return utf8Path_; }
 
 private:

@@ -2,6 +2,7 @@
 #include "zelclr/colorsystem/color_profile_manager.h"
 #include "zelclr/colorsystem/icc_color_profile.h"
 #include "zelclr/colorsystem/internal/profile_files.h"
+#include "zelclr/colorsystem/wcs_color_profile.h"
 #include "zelclr/platform/files.h"
 #include "zelclr/platform/folders.h"
 #include "zelclr/platform/icc_file.h"
@@ -60,8 +61,12 @@ ColorProfileManager::Profile ColorProfileManager::AddColorProfile(const std::wst
     std::string reason;
     // The name comes from the bytes, whatever the file is called.
     const auto foreign = std::make_shared<IccColorProfile>(path, false);
-    const auto bytes =
-      foreign->IsValid() ? ZelUtl::ReadFile(Utf8FromWide(path), kMostProfileBytes, reason) : std::nullopt;
+    if (!foreign->IsValid()) { // of a device model, what is made of it is kept
+      std::wstring name;
+      const auto made = WcsColorProfile::IccBytesOf(path, name);
+      return AddInUserFolder(made, name);
+    }
+    const auto bytes = ZelUtl::ReadFile(Utf8FromWide(path), kMostProfileBytes, reason);
     if (!bytes)
       return nullptr;
     return AddInUserFolder(std::vector<std::uint8_t>(bytes->begin(), bytes->end()), foreign->GetDisplayName());

@@ -9,6 +9,18 @@
 
 namespace ColorSystem {
 
+/// How a transform trades time for exactness.
+enum class TransformPrecision : std::uint8_t
+{
+  /// Colours and small buffers exactly, and tables when enough pixels are asked for: see BakingColorTransform. What a
+  /// buffer becomes may then depend, by the error of the tables, on what was converted before.
+  Automatic,
+  /// Every pixel by the profiles themselves, at most half a step of the destination off.
+  Exact,
+  /// Every pixel by tables, the first one, too, where the formats allow for it.
+  Baked
+};
+
 /// What a transform is made for, beside its profiles.
 struct TransformOptions
 {
@@ -19,6 +31,10 @@ struct TransformOptions
   bool blackPointCompensation = false;
   /// Of a proof transform: mark what the proof profile cannot show.
   bool gamutCheck = false;
+  TransformPrecision precision = TransformPrecision::Automatic;
+  /// Of tables: nodes along each channel of the source, at most 2^20 in all; 0 for 33 of three channels, 17 of four.
+  /// Little is gained for one channel, and nothing for Rgb profiles that are curves and a matrix, which need no grid.
+  std::uint16_t gridPoints = 0;
   PixelFormat source;
   PixelFormat destination;
 

@@ -3,10 +3,13 @@
 #include "zelclr/colorsystem/color_context.h"
 #include "zelclr/colorsystem/engines/color_management_system.h"
 #include "zelclr/colorsystem/formula_pixels.h"
+#include "zelclr/colorsystem/internal/baked_rows.h"
+#include "zelclr/colorsystem/internal/baking.h"
 #include "zelclr/colorsystem/internal/record_samples.h"
 #include "zelclr/convert/formulas/colour_difference.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <vector>
 
@@ -26,6 +29,7 @@ std::shared_ptr<ColorTransform> Transform(const ColorProfile &from, const PixelF
   TransformOptions options;
   options.source = fromFormat;
   options.destination = toFormat;
+  options.precision = TransformPrecision::Exact;
   return engine == nullptr ? nullptr : engine->CreateTransform(from, to, options);
 }
 
@@ -109,7 +113,7 @@ bool GamutCheck::Distances(const ColorData &source, std::span<float> distances) 
   if (trip.meant == nullptr || trip.toDevice == nullptr || trip.shown == nullptr)
     return true;
 
-  // Bands of fewer pixels than engines convert by a table: what is near the edge must be exact.
+  // Bands, to bound the memory.
   const std::uint32_t columns = std::min(source.GetWidth(), kBandPixels / 2);
   const std::uint32_t rows = std::clamp(kBandPixels / 2 / columns, 1u, std::max(source.GetHeight(), 1u));
   const unsigned pixelSize = source.GetPixelFormat().BytesPerPixel();
@@ -131,6 +135,65 @@ bool GamutCheck::Distances(const ColorData &source, std::span<float> distances) 
         distances[(top + i / width) * source.GetWidth() + left + i % width] = judged[places[i]];
     }
   }
+  return true;
+}
+
+namespace {
+
+using MaskTables =
+  UsageCountedItemCache<ColorTransformKey, std::shared_ptr<const Internal::BakedTable>, 16, ColorTransformKeyHash>;
+
+MaskTables &TheMaskTables()
+{
+  static MaskTables tables;
+  return tables;
+}
+
+/// One output: distances of 0 to twice the tolerance.
+std::shared_ptr<const Internal::BakedTable> MaskTableOf(const GamutCheck &check, const PixelFormat &format)
+{
+  const auto nodes = Internal::NodesFor(format, Internal::StandardGrid(format));
+  std::vector<float> distances(nodes.pixels->GetWidth());
+  if (!check.Distances(*nodes.pixels, distances))
+    return nullptr;
+  const auto table = std::make_shared<Internal::BakedTable>();
+  table->inputs = format.ColourChannels();
+  table->outputs = 1;
+  table->grid = nodes.grid;
+  table->nodes.resize(4 * distances.size());
+  for (std::size_t i = 0; i < distances.size(); ++i) {
+    const double share = std::min(distances[i] / (2.0 * GamutCheck::kTolerance), 1.0);
+    table->nodes[4 * i] = static_cast<std::uint16_t>(std::lround(share * 32767.0));
+  }
+  return table;
+}
+
+} // namespace
+
+bool GamutCheck::Mask(const ColorData &source, std::span<std::uint8_t> mask) const
+{
+  const PixelFormat &format = source.GetPixelFormat();
+  const std::size_t width = source.GetWidth();
+  if (source.GetColorModel() != source_->GetColorModel() || mask.size() < width * source.GetHeight() ||
+      !Internal::CanBake(format, {ColorModel::Grayscale, SampleType::UInt8}))
+    return false;
+  ColorTransformKey key;
+  const auto engine = ColorManagementSystem::GetCurrent(); // another has other distances
+  key.contents = {source_->GetContentNumber(), device_->GetContentNumber(),
+                  engine == nullptr ? 0 : 1 + static_cast<std::uint64_t>(engine->GetModule())};
+  key.options.source = format;
+  auto table = TheMaskTables().Find(key).value_or(nullptr);
+  if (table == nullptr) {
+    table = MaskTableOf(*this, format);
+    if (table == nullptr)
+      return false;
+    TheMaskTables().Add(key, table);
+  }
+  for (std::uint32_t row = 0; row < source.GetHeight(); ++row)
+    Internal::ConvertBakedRow(*table, {format.BytesPerSample(), format.HasAlpha()}, source.GetRow(row), {},
+                              mask.data() + row * width, width);
+  for (std::uint8_t &pixel : mask.first(width * source.GetHeight()))
+    pixel = pixel > 127 ? 255 : 0;
   return true;
 }
 

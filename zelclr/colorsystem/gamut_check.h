@@ -31,6 +31,10 @@ public:
   /// How far each pixel is from what comes back of it, row by row without gaps. False when the view is not of the
   /// source profile's model.
   bool Distances(const ColorData &source, std::span<float> distances) const;
+  /// 255 for each pixel that is out of gamut and 0 for the others, for screens: by a table of distances, which is made
+  /// at the first call for two profiles. Near the edge of the gamut a pixel may be taken for its neighbour. False as
+  /// above, and for pixels that no table can have.
+  bool Mask(const ColorData &source, std::span<std::uint8_t> mask) const;
 
 private:
   std::shared_ptr<ColorProfile> source_;

@@ -3,6 +3,7 @@
 #include "zelclr/colorsystem/internal/postscript_array.h"
 #include "zelclr/platform/files.h"
 #include "zelclr/platform/little_cms.h"
+#include "zelclr/platform/system_colour_management.h"
 #include "zelclr/platform/text.h"
 
 #include <algorithm>
@@ -45,6 +46,10 @@ void IccColorProfile::Close()
   file_.reset();
 }
 
+// The header and the tags are read from the file's bytes on every system, with bounds for all that they claim, and not
+// through GetColorProfileHeader and GetColorProfileElement where those exist: they would read the same numbers, since
+// the format is one, but need a handle, refuse paths beyond 260 characters, and let whoever wrote the file talk to the
+// system's parser first. Handles of the system are opened for what only it can do: transforms and PostScript arrays.
 bool IccColorProfile::LoadNoLock(Content &content)
 {
   file_.reset(); // what is open may have been replaced since
@@ -95,12 +100,18 @@ std::wstring IccColorProfile::CreatePsColorSourceArray(RenderingIntent intent)
 {
   if (!IsValid())
     return {};
+  // The system's own array first, then that of Little CMS; what neither has is written out here.
+  std::string reason;
+  const auto file = ZelUtl::IccFile::Open(Utf8Path(), reason);
+  const std::string array = file ? ZelUtl::SystemColourManagement::PostScriptColorSpaceArray(
+                                     Utf8Path(), file->Header().colourSpace, static_cast<std::uint32_t>(intent))
+                                 : std::string();
+  if (!array.empty())
+    return ZelUtl::WideFromUtf8(array);
   if (const auto lcms = ZelUtl::LittleCms::Load()) {
     if (const auto profile = lcms->OpenProfile(Utf8Path()))
       return ZelUtl::WideFromUtf8(lcms->PostScriptColorSpaceArray(profile, static_cast<std::uint32_t>(intent)));
   }
-  std::string reason;
-  const auto file = ZelUtl::IccFile::Open(Utf8Path(), reason);
   return file ? ZelUtl::WideFromUtf8(Internal::PostScriptArrayOf(*file)) : std::wstring();
 }
 

@@ -1,10 +1,7 @@
 #include "zelclr/colorsystem/internal/postscript_array.h"
 
-#include "zelclr/platform/bytes.h"
-#include "zelclr/platform/icc_curve.h"
+#include "zelclr/platform/icc_matrix.h"
 #include "zelclr/platform/text.h"
-
-#include <optional>
 
 namespace ColorSystem::Internal {
 
@@ -36,25 +33,6 @@ std::string Procedure(const ZelUtl::IccCurve &curve)
          "]\n2 copy exch get 3 1 roll exch 1 add get 1 index sub 3 2 roll mul add}";
 }
 
-std::optional<std::string> CurveOf(const ZelUtl::IccFile &file, std::uint32_t signature)
-{
-  const auto curve = ZelUtl::IccCurveFromTag(file.ReadTag(signature, ZelUtl::kMostIccCurveBytes));
-  return curve ? std::optional(Procedure(*curve)) : std::nullopt;
-}
-
-/// "X Y Z" of an XYZ tag.
-std::optional<std::string> XyzOf(const ZelUtl::IccFile &file, std::uint32_t signature)
-{
-  const auto bytes = file.ReadTag(signature, 20);
-  ZelUtl::ByteReader reader(bytes);
-  const bool isXyz = reader.ReadBig<std::uint32_t>() == IccSignature("XYZ ");
-  reader.Take(4);
-  std::string text;
-  for (int i = 0; i < 3; ++i)
-    text += (i == 0 ? "" : " ") + Number(reader.ReadBig<std::int32_t>() / 65536.0);
-  return isXyz && reader.Ok() ? std::optional(text) : std::nullopt;
-}
-
 // Profiles speak of the white D50.
 constexpr const char *kWhite =
   "/RangeLMN [0 0.9642 0 1 0 0.8249]\n/WhitePoint [0.9642 1 0.8249]\n/BlackPoint [0 0 0]\n";
@@ -63,25 +41,20 @@ constexpr const char *kWhite =
 
 std::string PostScriptArrayOf(const ZelUtl::IccFile &file)
 {
-  if (file.Header().connectionSpace != IccSignature("XYZ ") && file.Header().colourSpace == IccSignature("RGB "))
-    return {};
   if (file.Header().colourSpace == IccSignature("GRAY")) {
-    const auto curve = CurveOf(file, IccSignature("kTRC"));
-    return curve ? "[/CIEBasedA\n<<\n/DecodeA " + *curve + " bind\n/MatrixA [0.9642 1 0.8249]\n" + kWhite + ">>\n]\n"
+    const auto curve = ZelUtl::IccCurveFromTag(file.ReadTag(IccSignature("kTRC"), ZelUtl::kMostIccCurveBytes));
+    return curve ? "[/CIEBasedA\n<<\n/DecodeA " + Procedure(*curve) + " bind\n/MatrixA [0.9642 1 0.8249]\n" + kWhite +
+                     ">>\n]\n"
                  : std::string();
   }
+  const auto profile = ZelUtl::IccMatrixOf(file);
+  if (!profile)
+    return {};
   std::string decode, matrix;
-  for (const auto &[colorant, curve] :
-       {std::pair(IccSignature("rXYZ"), IccSignature("rTRC")), std::pair(IccSignature("gXYZ"), IccSignature("gTRC")),
-        std::pair(IccSignature("bXYZ"), IccSignature("bTRC"))})
-  {
-    const auto procedure = CurveOf(file, curve);
-    const auto xyz = XyzOf(file, colorant);
-    if (!procedure || !xyz)
-      return {};
-    decode += *procedure + " bind\n";
-    matrix += *xyz + " ";
-  }
+  for (const ZelUtl::IccCurve &curve : profile->curves)
+    decode += Procedure(curve) + " bind\n";
+  for (const ZelUtl::IccXyz &xyz : profile->colorants)
+    matrix += Number(xyz.x) + " " + Number(xyz.y) + " " + Number(xyz.z) + " ";
   return "[/CIEBasedABC\n<<\n/DecodeABC [" + decode + "]\n/MatrixABC [" + matrix + "]\n" + kWhite + ">>\n]\n";
 }
 

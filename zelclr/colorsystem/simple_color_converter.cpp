@@ -1,6 +1,7 @@
 #include "zelclr/colorsystem/simple_color_converter.h"
 
 #include "zelclr/colorsystem/color_system_error.h"
+#include "zelclr/colorsystem/engines/baking_color_transform.h"
 #include "zelclr/colorsystem/formula_pixels.h"
 #include "zelclr/colorsystem/internal/raster_rows.h"
 #include "zelclr/colorsystem/internal/record_samples.h"
@@ -21,8 +22,8 @@ using Internal::RecordPixel;
 using Words = TypedColorData<std::uint16_t, false, false, 65535>;
 using Bytes = TypedColorData<std::uint8_t, false, false, 255>;
 
-/// Fewer than engines convert by a table: each colour of a list becomes what it becomes alone.
-constexpr std::size_t kMostNeighbours = 16384;
+/// Fewer than are ever converted by a table: each colour of a list becomes what it becomes alone.
+constexpr std::size_t kMostNeighbours = BakingColorTransform::kFewPixels - 1;
 
 /// `use(view)` with the view of one pixel.
 bool WithView(RecordPixel &pixel, const auto &use)

@@ -7,7 +7,10 @@ namespace ZelUtl {
 std::string PathOfDisplayProfile()
 {
   const std::string path = EnvironmentVariable("ZELCLR_DISPLAY_PROFILE").value_or("");
-  return path.empty() ? PathOfSystemDisplayProfile() : path;
+  if (!path.empty())
+    return path;
+  const std::vector<Display> displays = AttachedDisplays();
+  return displays.empty() ? std::string() : displays.front().profile;
 }
 
 } // namespace ZelUtl

@@ -1,13 +1,25 @@
-// The colour profile of the display, as the system tells it.
+// The displays and their colour profiles, as the system tells them.
 //
-// Threads: a plain function. Errors: an empty path.
+// Threads: plain functions. Errors: empty results.
 #pragma once
 
 #include "zelclr/platform/export.h"
 
 #include <string>
+#include <vector>
 
 namespace ZelUtl {
+
+/// A display of the desktop; texts are UTF-8.
+struct Display
+{
+  std::string device;  ///< the system's name of the output: "\\\\.\\DISPLAY1"; empty where it has none
+  std::string monitor; ///< what stands there, for people; empty where that is not known
+  std::string profile; ///< the path of its default profile; empty when it has none
+};
+
+/// The primary one first. On Linux the one that the session's colour management knows, or none.
+ZELCLR_API std::vector<Display> AttachedDisplays();
 
 /// The path of an ICC file, UTF-8; empty where the system tells none.
 ///
@@ -16,8 +28,5 @@ namespace ZelUtl {
 /// Where it has several, none can be told to be the one. On Windows the system's default profile of the primary
 /// display.
 ZELCLR_API std::string PathOfDisplayProfile();
-
-// In posix/ and windows/.
-std::string PathOfSystemDisplayProfile();
 
 } // namespace ZelUtl

@@ -11,8 +11,8 @@ namespace ZelUtl {
 class DynamicLibrary
 {
 public:
-  /// Looks along the loader's own search path and never in the working directory. `name` is without a folder:
-  /// "liblcms2.so.2", "lcms2.dll". Null when it cannot be loaded.
+  /// Looks along the loader's own search path, on Windows in the folder of this library, too, and never in the working
+  /// directory. `name` is without a folder: "liblcms2.so.2", "lcms2.dll". Null when it cannot be loaded.
   static std::shared_ptr<const DynamicLibrary> Load(const char *name);
 
   ~DynamicLibrary();

@@ -22,13 +22,13 @@ enum class FileStep
 inline constexpr FileStep kFileSteps[] = {FileStep::Make, FileStep::Write, FileStep::Flush, FileStep::Rename,
                                           FileStep::FlushFolder};
 
-/// Answers 0 to let a step happen, else the system's error code that it fails with. It may end the process, too.
+/// Answers 0 to let a step happen, else the errno that it fails with, on every system. It may end the process, too.
 using FileFaults = std::function<int(FileStep)>;
 
 /// For tests; an empty function takes it away.
 ZELCLR_API void SetFileFaults(FileFaults faults);
 
-/// The error code that this step is to fail with; 0 for none.
+/// The errno that this step is to fail with; 0 for none.
 int FaultOfFileStep(FileStep step);
 
 } // namespace ZelUtl

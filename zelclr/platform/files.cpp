@@ -2,27 +2,14 @@
 
 #include "zelclr/platform/regular_file.h"
 
-#include <filesystem>
-
 namespace ZelUtl {
-
-namespace {
-
-bool IsTaken(const std::string &path)
-{
-  std::error_code error;
-  const auto status = std::filesystem::symlink_status(std::u8string(path.begin(), path.end()), error);
-  return status.type() != std::filesystem::file_type::not_found;
-}
-
-} // namespace
 
 std::string KeepDamagedBytes(const std::string &path, std::string_view bytes, std::string &reason)
 {
   constexpr int kMostKept = 1000;
   for (int number = 1; number <= kMostKept; ++number) {
     const std::string kept = path + ".damaged" + (number == 1 ? "" : "-" + std::to_string(number));
-    if (!IsTaken(kept))
+    if (!IsNameTaken(kept))
       return ReplaceFile(kept, bytes, reason) ? kept : std::string();
     std::string different;
     if (StampOfFile(kept) && ReadFile(kept, bytes.size(), different) == bytes)

@@ -35,4 +35,7 @@ ZELCLR_API std::string KeepDamagedBytes(const std::string &path, std::string_vie
 /// Whether both paths lead to one existing file.
 ZELCLR_API bool IsSameFile(const std::string &a, const std::string &b);
 
+/// Whether anything has this name, a link that leads nowhere among them.
+bool IsNameTaken(const std::string &path);
+
 } // namespace ZelUtl

@@ -4,6 +4,8 @@
 // Errors: Watch answers false where the system has no watch to give.
 #pragma once
 
+#include "zelclr/platform/export.h"
+
 #include <functional>
 #include <memory>
 #include <string>
@@ -11,7 +13,7 @@
 namespace ZelUtl {
 
 /// Watches folders until it is stopped or destroyed.
-class FolderWatch
+class ZELCLR_API FolderWatch
 {
 public:
   /// Gets the folder's path as it was given to Watch. Changes that come close together are told once.

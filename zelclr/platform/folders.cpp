@@ -4,7 +4,6 @@
 #include "zelclr/platform/text.h"
 #include "zelclr/platform/thread_lock.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <optional>
 
@@ -48,6 +47,15 @@ std::size_t StartOfFileName(std::string_view path)
   while (start > 0 && !IsSeparator(path[start - 1]))
     --start;
   return start;
+}
+
+/// Whether Windows takes the name for a device, with any extension: "con", "NUL.txt", "com1".
+bool IsDeviceName(std::wstring_view name)
+{
+  const std::string stem = LowerAscii(Utf8FromWide(name.substr(0, name.find(L'.'))));
+  const bool numbered =
+    stem.size() == 4 && (stem.starts_with("com") || stem.starts_with("lpt")) && stem[3] >= '0' && stem[3] <= '9';
+  return numbered || stem == "con" || stem == "prn" || stem == "aux" || stem == "nul";
 }
 
 std::string FolderBelow(const std::string &folder, const char *name)
@@ -151,79 +159,19 @@ std::string ValidFileName(std::string_view text)
   const auto first = name.find_first_not_of(L" .");
   if (first == std::wstring::npos)
     return "Unnamed";
-  return Utf8FromWide(std::wstring_view(name).substr(first, name.find_last_not_of(L" .") + 1 - first));
-}
-
-bool IsFolder(const std::string &path)
-{
-  std::error_code error;
-  return !path.empty() && fs::is_directory(PathFrom(path), error);
-}
-
-bool MakeFolders(const std::string &path, std::string &reason)
-{
-  std::error_code error;
-  fs::create_directories(PathFrom(path), error);
-  if (error)
-    reason = error.message();
-  return !error;
+  name = name.substr(first, name.find_last_not_of(L" .") + 1 - first);
+  return (IsDeviceName(name) ? "_" : "") + Utf8FromWide(name);
 }
 
 std::string MakeTemporaryFolder(std::string &reason)
 {
   const std::string parent = GetFolders().temporary;
-  const std::string path = JoinPath(parent, "zelclr-" + ZelUtils::NewGuid().ToText().substr(1, 36));
-  std::error_code error =
-    parent.empty() ? std::make_error_code(std::errc::no_such_file_or_directory) : std::error_code();
-  if (error) {
-    reason = error.message();
+  if (parent.empty()) {
+    reason = "there is no temporary folder";
     return {};
   }
-  if (fs::create_directory(PathFrom(path), error))
-    fs::permissions(PathFrom(path), fs::perms::owner_all, error);
-  if (error)
-    reason = error.message();
-  return error ? std::string() : path;
-}
-
-std::vector<std::string> FilesOfFolder(const std::string &folder, std::vector<std::string> *subfolders)
-{
-  std::vector<std::string> files;
-  std::error_code error;
-  // Whatever happens to the folder meanwhile, the listing ends there.
-  for (fs::directory_iterator entry(PathFrom(folder), error), end; !error && entry != end; entry.increment(error)) {
-    std::error_code unknown;
-    if (entry->is_regular_file(unknown))
-      files.push_back(Utf8From(entry->path().filename()));
-    else if (subfolders != nullptr && entry->is_directory(unknown))
-      subfolders->push_back(Utf8From(entry->path().filename()));
-  }
-  std::sort(files.begin(), files.end());
-  if (subfolders != nullptr)
-    std::sort(subfolders->begin(), subfolders->end());
-  return files;
-}
-
-bool IsFileWritable(const std::string &path)
-{
-  std::error_code error;
-  const auto permissions = fs::status(PathFrom(path), error).permissions();
-  return !error && (permissions & fs::perms::owner_write) != fs::perms::none;
-}
-
-bool SetFileWritable(const std::string &path, bool writable)
-{
-  const auto all = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
-  std::error_code error;
-  fs::permissions(PathFrom(path), writable ? fs::perms::owner_write : all,
-                  writable ? fs::perm_options::add : fs::perm_options::remove, error);
-  return !error;
-}
-
-bool DeleteFileAt(const std::string &path)
-{
-  std::error_code error;
-  return fs::remove(PathFrom(path), error);
+  std::string path = JoinPath(parent, "zelclr-" + ZelUtils::NewGuid().ToText().substr(1, 36));
+  return MakePrivateFolder(path, reason) ? path : std::string();
 }
 
 } // namespace ZelUtl

@@ -49,24 +49,30 @@ ZELCLR_API std::string FolderOfPath(std::string_view path);
 /// not known. Links stay.
 ZELCLR_API std::string AbsolutePath(const std::string &path);
 /// A file name for every system out of any text: without path separators, reserved and control characters, blanks and
-/// points at its ends; "Unnamed" when nothing is left; at most 200 bytes.
+/// points at its ends, with "_" before what Windows takes for a device; "Unnamed" when nothing is left; at most 200
+/// bytes and that sign.
 ZELCLR_API std::string ValidFileName(std::string_view text);
-
-ZELCLR_API bool IsFolder(const std::string &path);
-bool MakeFolders(const std::string &path, std::string &reason);
 /// A new folder of a name that nobody can guess, for the user alone, in the temporary folder; empty when it cannot be
 /// made.
-std::string MakeTemporaryFolder(std::string &reason);
-
-/// The names of the files of a folder, ordered; those of the folders in it in `subfolders` when that is given.
-std::vector<std::string> FilesOfFolder(const std::string &folder, std::vector<std::string> *subfolders = nullptr);
-
-/// Whether the file may be written to by its owner; read-only ones refuse.
-bool IsFileWritable(const std::string &path);
-bool SetFileWritable(const std::string &path, bool writable);
-bool DeleteFileAt(const std::string &path);
+ZELCLR_API std::string MakeTemporaryFolder(std::string &reason);
 
 // In posix/ and windows/.
+
+ZELCLR_API bool IsFolder(const std::string &path);
+ZELCLR_API bool MakeFolders(const std::string &path, std::string &reason);
+/// For the user alone.
+bool MakePrivateFolder(const std::string &path, std::string &reason);
+
+/// The names of the files of a folder, ordered; those of the folders in it in `subfolders` when that is given.
+ZELCLR_API std::vector<std::string> FilesOfFolder(const std::string &folder,
+                                                  std::vector<std::string> *subfolders = nullptr);
+
+/// Whether the file may be written to by its owner; read-only ones refuse.
+ZELCLR_API bool IsFileWritable(const std::string &path);
+ZELCLR_API bool SetFileWritable(const std::string &path, bool writable);
+/// A read-only file, too, and a folder that is empty.
+ZELCLR_API bool DeleteFileAt(const std::string &path);
+
 Folders CustomaryFolders();
 std::string CustomaryUserFolder();
 

@@ -2,11 +2,13 @@
 
 #include "zelclr/platform/dynamic_library.h"
 #include "zelclr/platform/icc_file.h"
+#include "zelclr/platform/narrow_path.h"
 
 #define CMS_NO_REGISTER_KEYWORD // C++17 has none
 #include <lcms2.h>
 
 #include <array>
+#include <utility>
 #include <vector>
 
 namespace ZelUtl {
@@ -82,8 +84,7 @@ cmsUInt32Number Number(LittleCmsFormat format)
 cmsUInt32Number Flags(const LittleCmsOptions &options)
 {
   // Without the library's cache of one pixel, which threads would share.
-  return cmsFLAGS_NOCACHE | (options.exact ? cmsUInt32Number{cmsFLAGS_NOOPTIMIZE} : 0u) |
-         (options.copyAlpha ? cmsUInt32Number{cmsFLAGS_COPY_ALPHA} : 0u) |
+  return cmsFLAGS_NOCACHE | cmsFLAGS_NOOPTIMIZE | (options.copyAlpha ? cmsUInt32Number{cmsFLAGS_COPY_ALPHA} : 0u) |
          (options.blackPointCompensation ? cmsUInt32Number{cmsFLAGS_BLACKPOINTCOMPENSATION} : 0u);
 }
 
@@ -105,7 +106,8 @@ public:
     const auto file = IccFile::Open(path, reason);
     if (!file || !AreIccTablesSound(*file))
       return nullptr;
-    return ProfileFrom(call_.cmsOpenProfileFromFile(path.c_str(), "r"));
+    const auto name = NarrowPathOf(path);
+    return name ? ProfileFrom(call_.cmsOpenProfileFromFile(name->path.c_str(), "r"), name->keeper) : nullptr;
   }
 
   Profile NullProfile() const override { return ProfileFrom(call_.cmsCreateNULLProfile()); }
@@ -157,11 +159,15 @@ public:
   }
 
 private:
-  Profile ProfileFrom(void *handle) const
+  /// `keeper` is of the profile's file, if any.
+  Profile ProfileFrom(void *handle, std::shared_ptr<void> keeper = nullptr) const
   {
-    return handle == nullptr
-             ? nullptr
-             : Profile(handle, [self = shared_from_this()](void *profile) { self->call_.cmsCloseProfile(profile); });
+    if (handle == nullptr)
+      return nullptr;
+    return Profile(handle, [self = shared_from_this(), keeper = std::move(keeper)](void *profile) mutable {
+      self->call_.cmsCloseProfile(profile);
+      keeper.reset();
+    });
   }
   Transform TransformFrom(void *handle) const
   {

@@ -33,13 +33,11 @@ enum class LittleCmsFormat : std::uint32_t
   Cmyk6_8 = 0x140031
 };
 
-/// How a transform is made.
+/// How a transform is made. All evaluate the profiles themselves and not a table sampled from them: at most half a step
+/// off the float result, and made in microseconds.
 struct LittleCmsOptions
 {
   bool blackPointCompensation = false;
-  /// Evaluate the profiles themselves and not a table sampled from them: at most half a step off the float result, made
-  /// in microseconds, and several times slower for each pixel.
-  bool exact = true;
   /// Copy the alpha of the source where both formats have one; without, the destination's alpha stays as it is.
   bool copyAlpha = false;
 };

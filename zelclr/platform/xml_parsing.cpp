@@ -39,7 +39,7 @@ constexpr struct
 
 long LineAt(std::string_view text, std::size_t offset)
 {
-  return 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(offset), '\n');
+  return static_cast<long>(1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(offset), '\n'));
 }
 
 /// The name in `<?xml ... encoding="name" ...?>`; empty when the document does not say.

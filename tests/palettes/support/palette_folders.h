@@ -56,7 +56,7 @@ class PaletteFolders : public testing::Test
 protected:
   PaletteFolders()
   {
-    ::setenv("XDG_RUNTIME_DIR", folder.Path().c_str(), 1); // mutexes are the test's own
+    SetVariable("XDG_RUNTIME_DIR", folder.Path()); // mutexes are the test's own
     ZelUtl::Folders folders;
     folders.data = folder.Path("data");
     folders.user = folder.Path("user");
@@ -71,7 +71,7 @@ protected:
     ZelUtl::SetFileFaults({});
     ZelUtl::SetApplicationHost(nullptr);
     ZelUtl::ResetFolders();
-    ::unsetenv("XDG_RUNTIME_DIR");
+    UnsetVariable("XDG_RUNTIME_DIR");
   }
 
   static WClrPaletteMgr &Manager() { return WClrPaletteMgr::GetInstance(); }

@@ -16,9 +16,6 @@ namespace {
 
 namespace System = ZelUtl::SystemColourManagement;
 
-constexpr auto kSystemModule = ZelUtl::IccSignature("Win ");
-constexpr auto kAdobeModule = ZelUtl::IccSignature("ADBE");
-
 template <class Engine>
 std::shared_ptr<ColorManagementSystem> Make()
 {
@@ -83,13 +80,13 @@ ColorManagementSystem::~ColorManagementSystem() = default;
 bool ColorManagementSystem::Activate()
 {
   const ZelUtl::WriteLock guard(lock_);
-  return System::SelectModule(kSystemModule);
+  return System::SelectModule(System::kSystemModule);
 }
 
 void ColorManagementSystem::Deactivate()
 {
   const ZelUtl::WriteLock guard(lock_);
-  System::SelectModule(kSystemModule);
+  System::SelectModule(System::kSystemModule);
 }
 
 std::wstring ColorManagementSystem::GetProfileFilePatterns() const
@@ -123,7 +120,7 @@ std::wstring WcsColorManagementSystem::GetProfileFilePatterns() const
 bool AdobeColorManagementSystem::Activate()
 {
   const ZelUtl::WriteLock guard(lock_);
-  return System::SelectModule(kAdobeModule);
+  return System::SelectModule(System::kAdobeModule);
 }
 
 bool LcmsColorManagementSystem::Activate()

@@ -6,6 +6,7 @@
 
 #include "zelclr/colorsystem/color_profile.h"
 #include "zelclr/colorsystem/color_transform.h"
+#include "zelclr/colorsystem/engines/baking_color_transform.h"
 #include "zelclr/colorsystem/engines/color_transform_manager.h"
 #include "zelclr/platform/thread_lock.h"
 
@@ -104,11 +105,11 @@ std::shared_ptr<ColorProfile> TColorManagementSystem<Profile, Transform>::Create
   if (!MatchesProfilePatterns(path, GetProfileFilePatterns()))
     return nullptr;
   const ZelUtl::WriteLock guard(lock_);
-  auto profile = std::make_shared<Profile>(path, false);
-  if (!profile->Init())
-    return nullptr;
-  profile->SetTransient(transient);
-  return profile;
+  auto profile = std::make_shared<Profile>(path, transient);
+  if (profile->Init())
+    return profile;
+  profile->SetTransient(false); // the file is none of ours, and stays as it was
+  return nullptr;
 }
 
 template <class Profile, class Transform>
@@ -136,7 +137,11 @@ TColorManagementSystem<Profile, Transform>::CreateTransform(const ColorProfile &
   ColorTransformKey key{{source.GetContentNumber(), destination.GetContentNumber(), 0}, false, options};
   if (key.contents[0] == 0 || key.contents[1] == 0)
     return nullptr;
-  return FindOrMake(key, [&] { return Transform::Create(source, destination, options); });
+  return FindOrMake(key, [&] {
+    return BakingColorTransform::Around(
+      Transform::Create(source, destination, options), options, {source, destination},
+      [source, destination](const TransformOptions &other) { return Transform::Create(source, destination, other); });
+  });
 }
 
 template <class Profile, class Transform>
@@ -147,7 +152,15 @@ std::shared_ptr<ColorTransform> TColorManagementSystem<Profile, Transform>::Crea
   ColorTransformKey key{{source.GetContentNumber(), proof.GetContentNumber(), shown}, true, options};
   if (key.contents[0] == 0 || key.contents[1] == 0 || (shown == 0 && (display != nullptr || !options.gamutCheck)))
     return nullptr;
-  return FindOrMake(key, [&] { return Transform::CreateProof(source, proof, display, options); });
+  return FindOrMake(key, [&] {
+    auto made = Transform::CreateProof(source, proof, display, options);
+    if (display == nullptr)
+      return made;
+    return BakingColorTransform::Around(std::move(made), options, {source, proof, *display},
+                                        [source, proof, shown = *display](const TransformOptions &other) {
+                                          return Transform::CreateProof(source, proof, &shown, other);
+                                        });
+  });
 }
 
 } // namespace ColorSystem

@@ -42,6 +42,7 @@ struct ColorTransformKeyHash
     mix((static_cast<std::uint64_t>(key.options.intent) << 32) |
         (static_cast<std::uint64_t>(key.options.displayIntent) << 3) | (key.options.blackPointCompensation ? 4u : 0u) |
         (key.options.gamutCheck ? 2u : 0u) | (key.proof ? 1u : 0u));
+    mix((static_cast<std::uint64_t>(key.options.gridPoints) << 8) | static_cast<std::uint64_t>(key.options.precision));
     return static_cast<std::size_t>(hash);
   }
 };

@@ -20,7 +20,8 @@ class WcsColorManagementSystem : public TColorManagementSystem<WcsColorProfile, 
 {
 public:
   WcsColorManagementSystem() : TColorManagementSystem(ColorManagementModule::Wcs) {}
-  /// Needs the functions of the Windows Color System.
+  /// Needs the functions of the Windows Color System. Their library stays loaded after Deactivate, since transforms
+  /// that it made may still be held.
   bool Activate() override;
   /// "*.icc;*.icm;*.cdmp"
   std::wstring GetProfileFilePatterns() const override;

@@ -11,12 +11,6 @@ namespace {
 
 using ZelUtl::LittleCms;
 using Format = ZelUtl::LittleCmsFormat;
-using Paths = std::vector<std::string>;
-
-/// A buffer of so many pixels is converted by a table that is sampled once (8 ms), any smaller one by the profiles
-/// themselves. Fixed, so that what a buffer becomes does not depend on what was converted before: a page of tiles of
-/// one size has no seams.
-constexpr std::uint64_t kPixelsWorthATable = 65536;
 
 /// 8 bits plain, reversed, with alpha, with both; 16 bits plain, reversed.
 struct FormatRow
@@ -52,9 +46,9 @@ std::uint32_t Number(RenderingIntent intent)
   return static_cast<std::uint32_t>(intent);
 }
 
-ZelUtl::LittleCmsOptions OptionsFor(const TransformOptions &options, bool exact)
+ZelUtl::LittleCmsOptions OptionsFor(const TransformOptions &options)
 {
-  return {options.blackPointCompensation, exact, options.source.HasAlpha() && options.destination.HasAlpha()};
+  return {options.blackPointCompensation, options.source.HasAlpha() && options.destination.HasAlpha()};
 }
 
 /// Whether colours can go into a proof profile and out of it by the intent of the chain and by the relative one, which
@@ -93,96 +87,68 @@ Format LittleCmsFormatOf(const PixelFormat &format)
   }
 }
 
-LcmsColorTransform::LcmsColorTransform(std::shared_ptr<const LittleCms> library, LittleCms::Transform exact,
-                                       const TransformOptions &options, Make make, Paths paths)
-  : BaseColorTransform(std::move(exact), options, LittleCmsFormatOf(options.source),
+LcmsColorTransform::LcmsColorTransform(std::shared_ptr<const LittleCms> library, LittleCms::Transform handle,
+                                       const TransformOptions &options)
+  : BaseColorTransform(std::move(handle), options, LittleCmsFormatOf(options.source),
                        LittleCmsFormatOf(options.destination)),
-    library_(std::move(library)),
-    make_(std::move(make)),
-    paths_(std::move(paths))
-{
-  for (const std::string &path : paths_)
-    stamps_.push_back(ZelUtl::StampOfFile(path));
-}
+    library_(std::move(library))
+{}
 
-std::shared_ptr<ColorTransform> LcmsColorTransform::Made(const TransformOptions &options, Make make, Paths paths)
+template <class Make>
+std::shared_ptr<ColorTransform> LcmsColorTransform::Made(const TransformOptions &options, Make make)
 {
   const auto library = LittleCms::Load();
-  if (library == nullptr || LittleCmsFormatOf(options.source) == Format::None ||
-      LittleCmsFormatOf(options.destination) == Format::None)
+  const Format from = LittleCmsFormatOf(options.source), to = LittleCmsFormatOf(options.destination);
+  if (library == nullptr || from == Format::None || to == Format::None)
     return nullptr;
-  auto exact = make(*library, true);
-  if (exact == nullptr)
+  auto handle = make(*library, from, to);
+  if (handle == nullptr)
     return nullptr;
-  return std::shared_ptr<ColorTransform>(
-    new LcmsColorTransform(library, std::move(exact), options, std::move(make), std::move(paths)));
+  return std::shared_ptr<ColorTransform>(new LcmsColorTransform(library, std::move(handle), options));
 }
 
 std::shared_ptr<ColorTransform> LcmsColorTransform::Create(const ColorProfile &source, const ColorProfile &destination,
                                                            const TransformOptions &options)
 {
-  Paths paths = {PathOf(source), PathOf(destination)};
-  const auto make = [options, paths](const LittleCms &library, bool exact) -> LittleCms::Transform {
-    const auto from = library.OpenProfile(paths[0]);
-    const auto to = library.OpenProfile(paths[1]);
-    if (from == nullptr || to == nullptr)
+  return Made(options, [&](const LittleCms &library, Format from, Format to) -> LittleCms::Transform {
+    const auto opened = library.OpenProfile(PathOf(source));
+    const auto target = library.OpenProfile(PathOf(destination));
+    if (opened == nullptr || target == nullptr)
       return nullptr;
-    return library.CreateTransform(from, LittleCmsFormatOf(options.source), to, LittleCmsFormatOf(options.destination),
-                                   Number(options.intent), OptionsFor(options, exact));
-  };
-  return Made(options, make, std::move(paths));
+    return library.CreateTransform(opened, from, target, to, Number(options.intent), OptionsFor(options));
+  });
 }
 
 std::shared_ptr<ColorTransform> LcmsColorTransform::CreateProof(const ColorProfile &source, const ColorProfile &proof,
                                                                 const ColorProfile *display,
                                                                 const TransformOptions &options)
 {
-  Paths paths = {PathOf(source), PathOf(proof)};
-  if (display != nullptr)
-    paths.push_back(PathOf(*display));
   const ColorModel proofModel = ColorProfile(proof).GetColorModel();
-  const auto make = [options, paths, proofModel](const LittleCms &library, bool exact) -> LittleCms::Transform {
-    std::vector<LittleCms::Profile> profiles;
-    for (const std::string &path : paths) {
-      profiles.push_back(library.OpenProfile(path));
-      if (profiles.back() == nullptr)
-        return nullptr;
-    }
-    if (!CanProof(library, profiles[0], profiles[1], proofModel, options))
+  return Made(options, [&](const LittleCms &library, Format from, Format to) -> LittleCms::Transform {
+    const LittleCms::Step in = {library.OpenProfile(PathOf(source)), Number(options.intent)};
+    const LittleCms::Step proofed = {library.OpenProfile(PathOf(proof)), Number(options.intent)};
+    if (in.profile == nullptr || proofed.profile == nullptr ||
+        !CanProof(library, in.profile, proofed.profile, proofModel, options))
       return nullptr;
-    const Format from = LittleCmsFormatOf(options.source);
-    const Format to = LittleCmsFormatOf(options.destination);
-    const LittleCms::Step in = {profiles[0], Number(options.intent)};
-    const LittleCms::Step proofed = {profiles[1], Number(options.intent)};
-    if (profiles.size() == 2)
-      return library.CreateGamutMask(in, from, proofed, to, OptionsFor(options, exact));
+    if (display == nullptr)
+      return library.CreateGamutMask(in, from, proofed, to, OptionsFor(options));
     const std::array<LittleCms::Step, 4> chain = {
-      in, proofed, {profiles[1], Number(options.displayIntent)}, {profiles[2], Number(options.displayIntent)}};
-    return options.gamutCheck ? library.CreateCheckedChain(chain, from, to, OptionsFor(options, exact))
-                              : library.CreateChain(chain, from, to, OptionsFor(options, exact));
-  };
-  return Made(options, make, std::move(paths));
-}
-
-const LittleCms::Transform &LcmsColorTransform::HandleFor(const ColorData &source) const
-{
-  if (std::uint64_t{source.GetWidth()} * source.GetHeight() < kPixelsWorthATable)
-    return handle_;
-  std::call_once(fastOnce_, [this] {
-    const bool same =
-      std::equal(paths_.begin(), paths_.end(), stamps_.begin(),
-                 [](const auto &path, const auto &stamp) { return ZelUtl::StampOfFile(path) == stamp; });
-    if (same)
-      fast_ = make_(*library_, false);
+      in,
+      proofed,
+      {proofed.profile, Number(options.displayIntent)},
+      {library.OpenProfile(PathOf(*display)), Number(options.displayIntent)}};
+    if (chain[3].profile == nullptr)
+      return nullptr;
+    return options.gamutCheck ? library.CreateCheckedChain(chain, from, to, OptionsFor(options))
+                              : library.CreateChain(chain, from, to, OptionsFor(options));
   });
-  return fast_ == nullptr ? handle_ : fast_;
 }
 
 bool LcmsColorTransform::Convert(const ColorData &source, ColorData &destination) const
 {
   if (!Fits(source, destination))
     return false;
-  library_->Run(HandleFor(source), source.GetRow(0), destination.GetRow(0), source.GetWidth(), source.GetHeight(),
+  library_->Run(handle_, source.GetRow(0), destination.GetRow(0), source.GetWidth(), source.GetHeight(),
                 source.GetRowStride(), destination.GetRowStride());
   if (!options_.source.HasAlpha()) // afterwards: both may be views of one buffer
     destination.FillAlpha();

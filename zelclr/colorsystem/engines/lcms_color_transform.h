@@ -1,4 +1,5 @@
-// Transforms of Little CMS.
+// Transforms of Little CMS: the profiles themselves are evaluated for every pixel, at most half a step off the result
+// in floats. Tables are the business of BakingColorTransform.
 //
 // Formats: samples of 8 bits in every model, both flags for Rgb only; of 16 bits Rgb and Cmyk plain and reversed, the
 // other models plain, Hexachrome not at all; no floats. What is not among them makes no transform.
@@ -13,11 +14,7 @@
 #include "zelclr/colorsystem/color_transform.h"
 #include "zelclr/platform/little_cms.h"
 
-#include <functional>
 #include <memory>
-#include <mutex>
-#include <string>
-#include <vector>
 
 namespace ColorSystem {
 
@@ -32,21 +29,13 @@ public:
   bool Convert(const ColorData &source, ColorData &destination) const override;
 
 private:
-  /// Opens the profiles and makes the library's transform, exact or faster.
-  using Make = std::function<ZelUtl::LittleCms::Transform(const ZelUtl::LittleCms &, bool exact)>;
-
-  LcmsColorTransform(std::shared_ptr<const ZelUtl::LittleCms> library, ZelUtl::LittleCms::Transform exact,
-                     const TransformOptions &options, Make make, std::vector<std::string> paths);
-  static std::shared_ptr<ColorTransform> Made(const TransformOptions &options, Make make,
-                                              std::vector<std::string> paths);
-  const ZelUtl::LittleCms::Transform &HandleFor(const ColorData &source) const;
+  LcmsColorTransform(std::shared_ptr<const ZelUtl::LittleCms> library, ZelUtl::LittleCms::Transform handle,
+                     const TransformOptions &options);
+  /// `make(library, source format, destination format)` opens the profiles and makes the library's transform.
+  template <class Make>
+  static std::shared_ptr<ColorTransform> Made(const TransformOptions &options, Make make);
 
   std::shared_ptr<const ZelUtl::LittleCms> library_;
-  Make make_;
-  std::vector<std::string> paths_; // of the profiles, and the state of the files when the exact transform was made
-  std::vector<std::optional<ZelUtl::FileStamp>> stamps_;
-  mutable std::once_flag fastOnce_;
-  mutable ZelUtl::LittleCms::Transform fast_; // null when it could not be made
 };
 
 /// The library's layout of a format; None when there is none.

@@ -5,6 +5,11 @@
 #include "zelclr/colour/colour_models.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <type_traits>
 
 namespace ColorSystem {
 
@@ -38,11 +43,10 @@ bool ProofColorConverter::IsColorInGamut(const CLR_COLORSPEC &colour) const
   const bool known = colour.IsSpot()
                        ? NormalizeSpotColorSpecToProcess(colour, GetConvertSpotColors().second, normalized)
                        : NormalizeColorSpec(colour, normalized);
-  if (!known || !ColorTypeToColorModel(normalized.GetType(), model, fullScale) ||
-      GetShouldPreserveNumbers(model, ColorModel::Rgb))
+  if (!known || !ColorTypeToColorModel(normalized.GetType(), model, fullScale))
     return true;
-  const auto profile = ProfileFor(GetSourceColorContext(), model);
-  return profile == nullptr || *profile == *environment_ || GamutCheck(profile, environment_).Holds(normalized);
+  const auto check = GamutCheckOf(model);
+  return !check || check->Holds(normalized);
 }
 
 bool ProofColorConverter::GetShouldPreserveNumbers(const ColorModel &from, const ColorModel & /*to*/) const
@@ -100,7 +104,7 @@ bool ProofColorConverter::ConvertColorData(const ColorData &source, ColorData &d
   if (!settings_.GetDisplayGamutWarning())
     return ConvertProofed(source, destination);
   // The mask comes first: both may be views of one buffer.
-  const std::vector<std::uint8_t> mask = GetGamutWarningData(source);
+  const std::vector<std::uint8_t> mask = ScreenGamutWarningData(source);
   return ConvertProofed(source, destination) && ApplyGamutWarningData(mask, destination);
 }
 
@@ -116,21 +120,101 @@ COLORREF ProofColorConverter::ConvertToColorRef(const CLR_COLORSPEC &colour, boo
   return static_cast<COLORREF>(pixel[2] | pixel[1] << 8 | pixel[0] << 16);
 }
 
-std::vector<std::uint8_t> ProofColorConverter::GetGamutWarningData(const ColorData &source) const
+std::optional<GamutCheck> ProofColorConverter::GamutCheckOf(ColorModel model) const
 {
-  std::vector<std::uint8_t> mask(std::size_t{source.GetWidth()} * source.GetHeight());
-  const ColorModel model = source.GetColorModel();
   const auto profile = ProfileFor(GetSourceColorContext(), model);
   if (environment_ == nullptr || profile == nullptr || *profile == *environment_ ||
       GetShouldPreserveNumbers(model, ColorModel::Rgb))
-    return mask;
-  std::vector<float> distances(mask.size());
-  if (GamutCheck(profile, environment_).Distances(source, distances))
+    return std::nullopt;
+  return GamutCheck(profile, environment_);
+}
+
+std::vector<std::uint8_t> ProofColorConverter::GetGamutWarningData(const ColorData &source) const
+{
+  std::vector<std::uint8_t> mask(std::size_t{source.GetWidth()} * source.GetHeight());
+  const auto check = GamutCheckOf(source.GetColorModel());
+  std::vector<float> distances(check ? mask.size() : 0);
+  if (check && check->Distances(source, distances))
     std::transform(distances.begin(), distances.end(), mask.begin(), [](float distance) {
       return distance > GamutCheck::kTolerance ? std::uint8_t{255} : std::uint8_t{0};
     });
   return mask;
 }
+
+std::vector<std::uint8_t> ProofColorConverter::ScreenGamutWarningData(const ColorData &source) const
+{
+  std::vector<std::uint8_t> mask(std::size_t{source.GetWidth()} * source.GetHeight());
+  if (mask.size() < BakingColorTransform::kPixelsBeforeBaking)
+    return GetGamutWarningData(source);
+  const auto check = GamutCheckOf(source.GetColorModel());
+  return !check || check->Mask(source, mask) ? mask : GetGamutWarningData(source);
+}
+
+namespace {
+
+/// Moves the samples of marked pixels towards the label, which is in memory's order. `below` is the pixels' share.
+template <class Sample>
+void Mark(const std::vector<std::uint8_t> &mask, const std::vector<float> &label, float below, ColorData &pixels)
+{
+  constexpr bool kIsFloat = std::is_same_v<Sample, float>;
+  const std::size_t step = pixels.GetPixelFormat().ChannelsPerPixel();
+  const std::uint8_t *marked = mask.data();
+  for (std::uint32_t row = 0; row < pixels.GetHeight(); ++row) {
+    std::uint8_t *bytes = pixels.GetRow(row);
+    for (std::uint32_t column = 0; column < pixels.GetWidth(); ++column, bytes += step * sizeof(Sample)) {
+      if (*marked++ == 0)
+        continue;
+      for (std::size_t i = 0; i < label.size(); ++i) {
+        Sample sample;
+        std::memcpy(&sample, bytes + i * sizeof sample, sizeof sample);
+        const float aim = kIsFloat ? label[i] : label[i] * static_cast<float>(std::numeric_limits<Sample>::max());
+        const float mixed = aim + (static_cast<float>(sample) - aim) * below;
+        sample = static_cast<Sample>(kIsFloat ? mixed : mixed + 0.5f);
+        std::memcpy(bytes + i * sizeof sample, &sample, sizeof sample);
+      }
+    }
+  }
+}
+
+/// The same for samples of 8 bits, many at once, with shares in 256ths.
+template <std::size_t kStep>
+void MarkBytes(const std::vector<std::uint8_t> &mask, const std::vector<float> &label, float below, ColorData &pixels)
+{
+  constexpr std::size_t kAtOnce = 32;
+  constexpr std::size_t kSamples = kAtOnce * kStep;
+  const auto share = static_cast<std::uint16_t>(below * 256.0f + 0.5f);
+  std::array<std::uint16_t, kSamples> aims{};
+  std::array<std::uint8_t, kSamples> isColour{};
+  for (std::size_t i = 0; i < kSamples; ++i) {
+    if (const std::size_t place = i % kStep; place < label.size()) {
+      aims[i] = static_cast<std::uint16_t>(std::lround(label[place] * 255.0f) * (256 - share) + 128);
+      isColour[i] = 255;
+    }
+  }
+  std::array<std::uint8_t, kSamples> samples{}, marks{};
+  const std::uint8_t *marked = mask.data();
+  for (std::uint32_t row = 0; row < pixels.GetHeight(); ++row) {
+    std::uint8_t *bytes = pixels.GetRow(row);
+    for (std::size_t rest = pixels.GetWidth(); rest != 0;) {
+      const std::size_t count = std::min(rest, kAtOnce);
+      for (std::size_t i = 0; i < count; ++i)
+        for (std::size_t place = 0; place < kStep; ++place)
+          marks[i * kStep + place] = marked[i];
+      std::memcpy(samples.data(), bytes, count * kStep);
+      for (std::size_t i = 0; i < kSamples; ++i) {
+        const std::uint8_t wanted = marks[i] & isColour[i];
+        const auto mixed = static_cast<std::uint8_t>(static_cast<std::uint16_t>(samples[i] * share + aims[i]) >> 8);
+        samples[i] = static_cast<std::uint8_t>((mixed & wanted) | (samples[i] & ~wanted));
+      }
+      std::memcpy(bytes, samples.data(), count * kStep);
+      bytes += count * kStep;
+      marked += count;
+      rest -= count;
+    }
+  }
+}
+
+} // namespace
 
 bool ProofColorConverter::ApplyGamutWarningData(const std::vector<std::uint8_t> &mask, ColorData &pixels) const
 {
@@ -143,17 +227,22 @@ bool ProofColorConverter::ApplyGamutWarningData(const std::vector<std::uint8_t> 
       warning->GetColorModel() != pixels.GetColorModel())
     return false;
   const auto below = static_cast<float>(std::clamp(settings_.GetGamutWarningLabelTransparency(), 0.0, 1.0));
-  std::size_t i = 0;
-  for (std::uint32_t row = 0; row < pixels.GetHeight(); ++row) {
-    for (std::uint32_t column = 0; column < pixels.GetWidth(); ++column) {
-      if (mask[i++] == 0)
-        continue;
-      for (unsigned channel = 0; channel < warning->GetChannelCount(); ++channel) {
-        const auto label = static_cast<float>((*warning)[channel]);
-        pixels.SetSample(row, column, channel, label + (pixels.GetSample(row, column, channel) - label) * below);
-      }
-    }
-  }
+  std::vector<float> label;
+  for (unsigned channel = 0; channel < warning->GetChannelCount(); ++channel)
+    label.push_back(std::clamp(static_cast<float>((*warning)[channel]), 0.0f, 1.0f));
+  if (pixels.GetPixelFormat().IsReversed())
+    std::reverse(label.begin(), label.end());
+  const PixelFormat &format = pixels.GetPixelFormat();
+  if (format.BytesPerSample() == 4)
+    Mark<float>(mask, label, below, pixels);
+  else if (format.BytesPerSample() == 2)
+    Mark<std::uint16_t>(mask, label, below, pixels);
+  else if (format.ChannelsPerPixel() == 3)
+    MarkBytes<3>(mask, label, below, pixels);
+  else if (format.ChannelsPerPixel() == 4)
+    MarkBytes<4>(mask, label, below, pixels);
+  else
+    Mark<std::uint8_t>(mask, label, below, pixels);
   return true;
 }
 

@@ -10,8 +10,10 @@
 #pragma once
 
 #include "zelclr/colorsystem/color_converter.h"
+#include "zelclr/colorsystem/gamut_check.h"
 #include "zelclr/settings/proof_color_settings.h"
 
+#include <optional>
 #include <vector>
 
 namespace ColorSystem {
@@ -47,6 +49,10 @@ protected:
   bool ConvertPreserveNumbers(const ColorData &source, ColorData &destination, const ColorModel &model) const override;
 
 private:
+  /// Empty where nothing is out of gamut.
+  std::optional<GamutCheck> GamutCheckOf(ColorModel model) const;
+  /// The same as GetGamutWarningData, of many pixels as quickly as a screen wants it.
+  std::vector<std::uint8_t> ScreenGamutWarningData(const ColorData &source) const;
   bool ConvertProofed(const ColorData &source, ColorData &destination) const;
 
   ProofColorSettings settings_;

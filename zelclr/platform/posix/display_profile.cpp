@@ -3,11 +3,14 @@
 #include "zelclr/platform/console.h"
 #include "zelclr/platform/folders.h"
 
+#include <utility>
 #include <vector>
 
 namespace ZelUtl {
 
-std::string PathOfSystemDisplayProfile()
+namespace {
+
+std::string PathOfSessionsProfile()
 {
   const std::string home = EnvironmentVariable("HOME").value_or("");
   std::string data = EnvironmentVariable("XDG_DATA_HOME").value_or("");
@@ -22,6 +25,14 @@ std::string PathOfSystemDisplayProfile()
       displays.push_back(name);
   }
   return displays.size() == 1 ? JoinPath(folder, displays.front()) : std::string();
+}
+
+} // namespace
+
+std::vector<Display> AttachedDisplays()
+{
+  std::string path = PathOfSessionsProfile();
+  return path.empty() ? std::vector<Display>() : std::vector{Display{"", "", std::move(path)}};
 }
 
 } // namespace ZelUtl

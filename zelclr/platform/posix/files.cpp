@@ -105,6 +105,12 @@ bool IsSameFile(const std::string &a, const std::string &b)
          first.st_ino == second.st_ino;
 }
 
+bool IsNameTaken(const std::string &path)
+{
+  struct stat status = {};
+  return ::lstat(path.c_str(), &status) == 0 || errno != ENOENT;
+}
+
 bool ReplaceFile(const std::string &path, std::string_view bytes, std::string &reason)
 {
   struct stat old = {};

@@ -149,13 +149,15 @@ std::set<std::string> FolderWatch::State::TakeChanges()
       inotify_event event;
       std::memcpy(&event, buffer.data() + at, sizeof event);
       at += sizeof event + event.len;
-      foldersChanged |= (event.mask & (IN_ISDIR | IN_IGNORED | IN_Q_OVERFLOW)) != 0;
+      foldersChanged |= (event.mask & (IN_ISDIR | IN_IGNORED | IN_MOVE_SELF | IN_Q_OVERFLOW)) != 0;
       if ((event.mask & IN_Q_OVERFLOW) != 0) { // some were lost: all may have changed
         for (const auto &[folder, root] : roots)
           changed.insert(folder);
       } else if (const auto folder = watched.find(event.wd); folder != watched.end()) {
         changed.insert(folder->second.begin(), folder->second.end());
-        if ((event.mask & IN_IGNORED) != 0)
+        if ((event.mask & IN_MOVE_SELF) != 0) // what stands under its name from now on is another folder
+          ::inotify_rm_watch(events, event.wd);
+        if ((event.mask & (IN_IGNORED | IN_MOVE_SELF)) != 0)
           watched.erase(folder);
       }
     }

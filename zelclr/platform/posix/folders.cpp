@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 
@@ -76,6 +77,71 @@ Folders CustomaryFolders()
       folders.systemProfiles.push_back(folder);
   }
   return folders;
+}
+
+bool IsFolder(const std::string &path)
+{
+  std::error_code error;
+  return !path.empty() && fs::is_directory(path, error);
+}
+
+bool MakeFolders(const std::string &path, std::string &reason)
+{
+  std::error_code error;
+  fs::create_directories(path, error);
+  if (error)
+    reason = error.message();
+  return !error;
+}
+
+bool MakePrivateFolder(const std::string &path, std::string &reason)
+{
+  std::error_code error;
+  if (fs::create_directory(path, error))
+    fs::permissions(path, fs::perms::owner_all, error);
+  if (error)
+    reason = error.message();
+  return !error;
+}
+
+std::vector<std::string> FilesOfFolder(const std::string &folder, std::vector<std::string> *subfolders)
+{
+  std::vector<std::string> files;
+  std::error_code error;
+  // Whatever happens to the folder meanwhile, the listing ends there.
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+    std::error_code unknown;
+    if (entry->is_regular_file(unknown))
+      files.push_back(entry->path().filename().string());
+    else if (subfolders != nullptr && entry->is_directory(unknown))
+      subfolders->push_back(entry->path().filename().string());
+  }
+  std::sort(files.begin(), files.end());
+  if (subfolders != nullptr)
+    std::sort(subfolders->begin(), subfolders->end());
+  return files;
+}
+
+bool IsFileWritable(const std::string &path)
+{
+  std::error_code error;
+  const auto permissions = fs::status(path, error).permissions();
+  return !error && (permissions & fs::perms::owner_write) != fs::perms::none;
+}
+
+bool SetFileWritable(const std::string &path, bool writable)
+{
+  const auto all = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+  std::error_code error;
+  fs::permissions(path, writable ? fs::perms::owner_write : all,
+                  writable ? fs::perm_options::add : fs::perm_options::remove, error);
+  return !error;
+}
+
+bool DeleteFileAt(const std::string &path)
+{
+  std::error_code error;
+  return fs::remove(path, error);
 }
 
 } // namespace ZelUtl

@@ -1,31 +1,20 @@
 #include "zelclr/platform/files.h"
 
 #include "zelclr/platform/replacement_file.h"
-#include "zelclr/platform/text.h"
+#include "zelclr/platform/windows/error_text.h"
+#include "zelclr/platform/windows/native_path.h"
 
 // It makes a macro of a name of ours.
 #include <windows.h>
 #undef ReplaceFile
 
+#include <algorithm>
 #include <array>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace ZelUtl {
 
 namespace {
-
-std::string ErrorText(DWORD error)
-{
-  wchar_t *text = nullptr;
-  const DWORD length = ::FormatMessageW(
-    FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error,
-    MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), reinterpret_cast<wchar_t *>(&text), 0, nullptr);
-  const std::string message = length ? Utf8FromWide({text, length}) : "error " + std::to_string(error);
-  ::LocalFree(text);
-  return std::string(Trimmed(message));
-}
 
 /// A file handle, closed at the end.
 class File
@@ -62,7 +51,7 @@ std::optional<std::string> ReadToEnd(HANDLE handle, std::size_t most, std::strin
     if (!::ReadFile(handle, buffer.data(), static_cast<DWORD>(buffer.size()), &count, nullptr) &&
         ::GetLastError() != ERROR_BROKEN_PIPE)
     {
-      reason = ErrorText(::GetLastError());
+      reason = LastErrorText();
       return std::nullopt;
     }
     if (count == 0)
@@ -75,15 +64,27 @@ std::optional<std::string> ReadToEnd(HANDLE handle, std::size_t most, std::strin
   }
 }
 
+bool WriteAll(HANDLE handle, std::string_view bytes)
+{
+  while (!bytes.empty()) {
+    DWORD count = 0;
+    if (!::WriteFile(handle, bytes.data(), static_cast<DWORD>(std::min<std::size_t>(bytes.size(), 1u << 20)), &count,
+                     nullptr))
+      return false;
+    bytes.remove_prefix(count);
+  }
+  return true;
+}
+
 } // namespace
 
 std::optional<std::string> ReadFile(const std::string &path, std::size_t most, std::string &reason)
 {
-  const File file(::CreateFileW(WideFromUtf8(path).c_str(), GENERIC_READ,
+  const File file(::CreateFileW(NativePath(path).c_str(), GENERIC_READ,
                                 FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
                                 FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file.IsOpen()) {
-    reason = ErrorText(::GetLastError());
+    reason = LastErrorText();
     return std::nullopt;
   }
   LARGE_INTEGER size = {};
@@ -103,12 +104,36 @@ std::optional<std::string> ReadStandardInput(std::size_t most, std::string &reas
 
 bool IsSameFile(const std::string &a, const std::string &b)
 {
-  std::error_code ignored;
-  return std::filesystem::equivalent(WideFromUtf8(a), WideFromUtf8(b), ignored);
+  const auto open = [](const std::string &path) {
+    return ::CreateFileW(NativePath(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                         OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  };
+  const File files[] = {File(open(a)), File(open(b))};
+  BY_HANDLE_FILE_INFORMATION first = {}, second = {};
+  return ::GetFileInformationByHandle(files[0].Handle(), &first) != 0 &&
+         ::GetFileInformationByHandle(files[1].Handle(), &second) != 0 &&
+         first.dwVolumeSerialNumber == second.dwVolumeSerialNumber && first.nFileIndexHigh == second.nFileIndexHigh &&
+         first.nFileIndexLow == second.nFileIndexLow;
+}
+
+bool IsNameTaken(const std::string &path)
+{
+  return ::GetFileAttributesW(NativePath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
 bool ReplaceFile(const std::string &path, std::string_view bytes, std::string &reason)
 {
+  {
+    File device(::CreateFileW(NativePath(path).c_str(), GENERIC_WRITE,
+                              FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                              FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (device.IsOpen() && ::GetFileType(device.Handle()) != FILE_TYPE_DISK) {
+      if (WriteAll(device.Handle(), bytes) && device.Close())
+        return true;
+      reason = LastErrorText();
+      return false;
+    }
+  }
   auto file = ReplacementFile::Create(path, reason);
   const std::span content(reinterpret_cast<const std::uint8_t *>(bytes.data()), bytes.size());
   return file && file->WriteAt(0, content, reason) && file->Commit(reason);

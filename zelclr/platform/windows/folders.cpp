@@ -1,17 +1,17 @@
 #include "zelclr/platform/folders.h"
 
 #include "zelclr/platform/text.h"
+#include "zelclr/platform/windows/error_text.h"
+#include "zelclr/platform/windows/native_path.h"
 
 #include <windows.h>
 
-#include <filesystem>
-#include <vector>
+#include <algorithm>
+#include <utility>
 
 namespace ZelUtl {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 std::wstring Environment(const wchar_t *name)
 {
@@ -34,14 +34,24 @@ std::string DataFolder()
                            reinterpret_cast<const wchar_t *>(&DataFolder), &module) == 0)
     return {};
   file.resize(::GetModuleFileNameW(module, file.data(), static_cast<DWORD>(file.size())));
-  fs::path folder = fs::path(file).parent_path();
-  for (int floors = 0; floors < 3 && folder.has_relative_path(); ++floors) {
-    const std::string data = Utf8FromWide((folder / L"share" / L"zelclr").wstring());
+  std::string folder = FolderOfPath(Utf8FromWide(file));
+  for (int floors = 0; floors < 3 && !folder.empty(); ++floors) {
+    const std::string data = JoinPath(folder, "share/zelclr");
     if (IsFolder(data))
       return data;
-    folder = folder.parent_path();
+    folder = FolderOfPath(folder);
   }
   return {};
+}
+
+DWORD AttributesOf(const std::string &path)
+{
+  return ::GetFileAttributesW(NativePath(path).c_str());
+}
+
+bool Has(DWORD attributes, DWORD attribute)
+{
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & attribute) != 0;
 }
 
 } // namespace
@@ -64,6 +74,87 @@ Folders CustomaryFolders()
   if (IsFolder(system))
     folders.systemProfiles.push_back(system);
   return folders;
+}
+
+bool IsFolder(const std::string &path)
+{
+  return Has(AttributesOf(path), FILE_ATTRIBUTE_DIRECTORY);
+}
+
+bool MakeFolders(const std::string &path, std::string &reason)
+{
+  if (IsFolder(path))
+    return true;
+  const std::string parent = FolderOfPath(path);
+  if (!parent.empty() && parent != path && !parent.ends_with(':') && !MakeFolders(parent, reason))
+    return false;
+  if (::CreateDirectoryW(NativePath(path).c_str(), nullptr) != 0 || IsFolder(path))
+    return true;
+  reason = LastErrorText();
+  return false;
+}
+
+/// The user's own temporary folder hands down who may look into it: the user and those who administer the machine.
+bool MakePrivateFolder(const std::string &path, std::string &reason)
+{
+  if (::CreateDirectoryW(NativePath(path).c_str(), nullptr) != 0)
+    return true;
+  reason = LastErrorText();
+  return false;
+}
+
+std::vector<std::string> FilesOfFolder(const std::string &folder, std::vector<std::string> *subfolders)
+{
+  std::vector<std::string> files;
+  WIN32_FIND_DATAW entry = {};
+  const HANDLE listing = ::FindFirstFileExW(NativePath(JoinPath(folder, "*")).c_str(), FindExInfoBasic, &entry,
+                                            FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
+  if (folder.empty() || listing == INVALID_HANDLE_VALUE)
+    return files;
+  do {
+    const std::string name = Utf8FromWide(entry.cFileName);
+    if (!Has(entry.dwFileAttributes, FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE))
+      files.push_back(name);
+    else if (subfolders != nullptr && name != "." && name != "..")
+      subfolders->push_back(name);
+  } while (::FindNextFileW(listing, &entry) != 0);
+  ::FindClose(listing);
+  std::sort(files.begin(), files.end());
+  if (subfolders != nullptr)
+    std::sort(subfolders->begin(), subfolders->end());
+  return files;
+}
+
+bool IsFileWritable(const std::string &path)
+{
+  const DWORD attributes = AttributesOf(path);
+  return attributes != INVALID_FILE_ATTRIBUTES && !Has(attributes, FILE_ATTRIBUTE_READONLY);
+}
+
+bool SetFileWritable(const std::string &path, bool writable)
+{
+  const DWORD attributes = AttributesOf(path);
+  if (attributes == INVALID_FILE_ATTRIBUTES)
+    return false;
+  const DWORD others = attributes & ~DWORD{FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_NORMAL};
+  const DWORD wanted = writable ? others : others | FILE_ATTRIBUTE_READONLY;
+  return ::SetFileAttributesW(NativePath(path).c_str(), wanted == 0 ? FILE_ATTRIBUTE_NORMAL : wanted) != 0;
+}
+
+bool DeleteFileAt(const std::string &path)
+{
+  const std::wstring native = NativePath(path);
+  const DWORD attributes = ::GetFileAttributesW(native.c_str());
+  if (Has(attributes, FILE_ATTRIBUTE_DIRECTORY))
+    return ::RemoveDirectoryW(native.c_str()) != 0;
+  const bool readOnly = Has(attributes, FILE_ATTRIBUTE_READONLY);
+  if (readOnly)
+    SetFileWritable(path, true);
+  if (::DeleteFileW(native.c_str()) != 0)
+    return true;
+  if (readOnly)
+    SetFileWritable(path, false);
+  return false;
 }
 
 } // namespace ZelUtl

@@ -1,5 +1,6 @@
 #include "zelclr/platform/locale.h"
 
+#include "zelclr/platform/console.h"
 #include "zelclr/platform/text.h"
 
 #include <windows.h>
@@ -30,10 +31,24 @@ std::string PreferredLanguage()
   return ZelUtl::Utf8FromWide(names.data()); // up to the first one's end
 }
 
+/// As on other systems where somebody says so in the environment, as gettext has it; terminals that come with POSIX
+/// tools do.
+bool IsInEnvironment()
+{
+  for (const char *name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    const std::string value = ZelUtl::EnvironmentVariable(name).value_or("");
+    if (!value.empty())
+      return value != "C" && value != "POSIX" && !value.starts_with("C.");
+  }
+  return false;
+}
+
 } // namespace
 
 Locale SystemLocale()
 {
+  if (IsInEnvironment())
+    return LocaleFromEnvironment([](const char *name) { return ZelUtl::EnvironmentVariable(name).value_or(""); });
   return {HomeCountry(), PreferredLanguage()};
 }
 

@@ -1,6 +1,7 @@
 #include "zelclr/platform/regular_file.h"
 
-#include "zelclr/platform/text.h"
+#include "zelclr/platform/windows/error_text.h"
+#include "zelclr/platform/windows/native_path.h"
 
 #include <windows.h>
 
@@ -35,11 +36,15 @@ std::optional<FileStamp> StampOfFile(const std::string &path)
 
 std::optional<RegularFile> RegularFile::Open(const std::string &path, std::string &reason)
 {
+  const std::wstring native = NativePath(path);
   const HANDLE handle =
-    ::CreateFileW(WideFromUtf8(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    ::CreateFileW(native.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (handle == INVALID_HANDLE_VALUE) {
-    reason = "cannot be opened (error " + std::to_string(::GetLastError()) + ")";
+    reason = LastErrorText();
+    const DWORD attributes = ::GetFileAttributesW(native.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+      reason = "a folder";
     return std::nullopt;
   }
   RegularFile file(reinterpret_cast<std::intptr_t>(handle), {});

@@ -2,30 +2,22 @@
 
 #include "zelclr/platform/file_faults.h"
 #include "zelclr/platform/text.h"
+#include "zelclr/platform/windows/error_text.h"
+#include "zelclr/platform/windows/native_path.h"
 
 #include <windows.h>
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 namespace ZelUtl {
 
 namespace {
 
-std::string ErrorText(DWORD error)
-{
-  wchar_t *text = nullptr;
-  const DWORD length = ::FormatMessageW(
-    FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error,
-    MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), reinterpret_cast<wchar_t *>(&text), 0, nullptr);
-  const std::string message = length ? Utf8FromWide({text, length}) : "error " + std::to_string(error);
-  ::LocalFree(text);
-  return std::string(Trimmed(message));
-}
-
 bool Failed(std::string &reason)
 {
-  reason = ErrorText(::GetLastError());
+  reason = LastErrorText();
   return false;
 }
 
@@ -50,8 +42,9 @@ std::wstring NameAside(const std::wstring &target, unsigned attempt)
          std::to_wstring(attempt);
 }
 
-/// Where the links at the end of a path lead; the path itself when nothing stands there.
-std::wstring Followed(const std::wstring &path)
+/// Where the links at the end of a path lead; the path itself when nothing stands there, and nowhere when it is not a
+/// file but a device or a pipe.
+std::optional<std::wstring> Followed(const std::wstring &path)
 {
   constexpr DWORD kMostCharacters = 32768;
   const HANDLE file = ::CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
@@ -59,28 +52,52 @@ std::wstring Followed(const std::wstring &path)
   if (file == INVALID_HANDLE_VALUE)
     return path;
   std::wstring target(kMostCharacters, L'\0');
-  const DWORD length = ::GetFileType(file) == FILE_TYPE_DISK
-                         ? ::GetFinalPathNameByHandleW(file, target.data(), kMostCharacters, FILE_NAME_NORMALIZED)
-                         : 0;
+  const bool isFile = ::GetFileType(file) == FILE_TYPE_DISK;
+  const DWORD length = ::GetFinalPathNameByHandleW(file, target.data(), kMostCharacters, FILE_NAME_NORMALIZED);
   ::CloseHandle(file);
+  if (!isFile)
+    return std::nullopt;
   target.resize(length < kMostCharacters ? length : 0);
   return target.empty() ? path : target;
 }
 
-/// Whether a step may be taken; the system's last error says why not.
-bool MayTake(FileStep step)
+/// Whether a step may be taken, else why not.
+bool MayTake(FileStep step, std::string &reason)
 {
   const int fault = FaultOfFileStep(step);
   if (fault != 0)
-    ::SetLastError(static_cast<DWORD>(fault));
+    reason = std::generic_category().message(fault);
   return fault == 0;
+}
+
+/// Takes the place of the other. Who reads that one at the moment, as indexers and scanners do, lets nobody do so: they
+/// are waited for, half a second at most.
+bool Move(const std::wstring &from, const std::wstring &to)
+{
+  constexpr DWORD kPause = 10, kMostPauses = 50;
+  for (DWORD pauses = 0;; ++pauses) {
+    if (::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0)
+      return true;
+    const DWORD error = ::GetLastError();
+    const bool maySoonBeFree = error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
+    if (!maySoonBeFree || pauses == kMostPauses) {
+      ::SetLastError(error);
+      return false;
+    }
+    ::Sleep(kPause);
+  }
 }
 
 } // namespace
 
 std::optional<ReplacementFile> ReplacementFile::Create(const std::string &path, std::string &reason)
 {
-  const std::wstring target = Followed(WideFromUtf8(path));
+  const std::optional<std::wstring> followed = Followed(NativePath(path));
+  if (!followed) {
+    reason = "not a regular file";
+    return std::nullopt;
+  }
+  const std::wstring &target = *followed;
   const DWORD attributes = ::GetFileAttributesW(target.c_str());
   if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
     reason = "a folder";
@@ -88,14 +105,14 @@ std::optional<ReplacementFile> ReplacementFile::Create(const std::string &path, 
   }
   std::wstring aside;
   HANDLE handle = INVALID_HANDLE_VALUE;
-  if (MayTake(FileStep::Make)) {
-    for (unsigned attempt = 0; attempt < 100 && handle == INVALID_HANDLE_VALUE; ++attempt) {
-      aside = NameAside(target, attempt);
-      handle = ::CreateFileW(aside.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
-                             nullptr);
-      if (handle == INVALID_HANDLE_VALUE && ::GetLastError() != ERROR_FILE_EXISTS)
-        break;
-    }
+  if (!MayTake(FileStep::Make, reason))
+    return std::nullopt;
+  for (unsigned attempt = 0; attempt < 100 && handle == INVALID_HANDLE_VALUE; ++attempt) {
+    aside = NameAside(target, attempt);
+    handle = ::CreateFileW(aside.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
+                           nullptr);
+    if (handle == INVALID_HANDLE_VALUE && ::GetLastError() != ERROR_FILE_EXISTS)
+      break;
   }
   if (handle == INVALID_HANDLE_VALUE) {
     Failed(reason);
@@ -120,8 +137,8 @@ ReplacementFile::~ReplacementFile()
 
 bool ReplacementFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes, std::string &reason)
 {
-  if (!MayTake(FileStep::Write))
-    return Failed(reason);
+  if (!MayTake(FileStep::Write, reason))
+    return false;
   while (!bytes.empty()) {
     OVERLAPPED at = At(offset);
     DWORD count = 0;
@@ -150,15 +167,19 @@ bool ReplacementFile::Commit(std::string &reason)
 {
   // A new file has the permissions that its folder hands down. The move writes the folder through to the disk.
   const auto file = reinterpret_cast<HANDLE>(handle_);
-  if (!MayTake(FileStep::Flush) || !::FlushFileBuffers(file))
+  if (!MayTake(FileStep::Flush, reason))
+    return false;
+  if (!::FlushFileBuffers(file))
     return Failed(reason);
   handle_ = -1;
-  if (!::CloseHandle(file) || !MayTake(FileStep::Rename) ||
-      !::MoveFileExW(WideFromUtf8(aside_).c_str(), WideFromUtf8(target_).c_str(),
-                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+  if (!::CloseHandle(file))
+    return Failed(reason);
+  if (!MayTake(FileStep::Rename, reason))
+    return false;
+  if (!Move(WideFromUtf8(aside_), WideFromUtf8(target_)))
     return Failed(reason);
   aside_.clear();
-  return MayTake(FileStep::FlushFolder) ? true : Failed(reason);
+  return MayTake(FileStep::FlushFolder, reason);
 }
 
 } // namespace ZelUtl
