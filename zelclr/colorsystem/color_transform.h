@@ -15,7 +15,7 @@ enum class TransformPrecision : std::uint8_t
   /// Colours and small buffers exactly, and tables when enough pixels are asked for: see BakingColorTransform. What a
   /// buffer becomes may then depend, by the error of the tables, on what was converted before.
   Automatic,
-  /// Every pixel by the profiles themselves, at most half a step of the destination off.
+  /// Every pixel by the profiles themselves, at most half a step of 8 bits off.
   Exact,
   /// Every pixel by tables, the first one, too, where the formats allow for it.
   Baked

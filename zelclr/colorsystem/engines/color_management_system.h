@@ -89,6 +89,11 @@ protected:
   using ColorManagementSystem::ColorManagementSystem;
 
 private:
+  /// Formulas are as quick as tables, which are made of them on request only.
+  bool PaysToBake(const TransformOptions &options) const
+  {
+    return module_ != ColorManagementModule::Linear || options.precision == TransformPrecision::Baked;
+  }
   template <class Make>
   std::shared_ptr<ColorTransform> FindOrMake(const ColorTransformKey &key, Make make);
 
@@ -138,8 +143,11 @@ TColorManagementSystem<Profile, Transform>::CreateTransform(const ColorProfile &
   if (key.contents[0] == 0 || key.contents[1] == 0)
     return nullptr;
   return FindOrMake(key, [&] {
+    auto made = Transform::Create(source, destination, options);
+    if (!PaysToBake(options))
+      return made;
     return BakingColorTransform::Around(
-      Transform::Create(source, destination, options), options, {source, destination},
+      std::move(made), options, {source, destination},
       [source, destination](const TransformOptions &other) { return Transform::Create(source, destination, other); });
   });
 }
@@ -154,7 +162,7 @@ std::shared_ptr<ColorTransform> TColorManagementSystem<Profile, Transform>::Crea
     return nullptr;
   return FindOrMake(key, [&] {
     auto made = Transform::CreateProof(source, proof, display, options);
-    if (display == nullptr)
+    if (display == nullptr || !PaysToBake(options))
       return made;
     return BakingColorTransform::Around(std::move(made), options, {source, proof, *display},
                                         [source, proof, shown = *display](const TransformOptions &other) {

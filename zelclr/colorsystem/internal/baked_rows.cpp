@@ -306,7 +306,7 @@ HWY_INLINE V16 PairWeights(const std::uint16_t *weights)
 /// a0 b0 + a1 b1, a2 b2 + a3 b3, ... added to `sum`.
 HWY_INLINE V32 AddProducts(V16 a, V16 b, V32 sum)
 {
-#if HWY_ARCH_X86 // this order is that of the instruction
+#if HWY_ARCH_X86 && HWY_TARGET != HWY_EMU128 // this order is that of the instruction
   V32 none = hn::Zero(D32());
   return hn::ReorderWidenMulAccumulate(D32(), a, b, sum, none);
 #else

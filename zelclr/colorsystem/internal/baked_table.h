@@ -18,7 +18,7 @@ struct BakedTable
 {
   unsigned inputs = 0;  ///< 1, 3 or 4
   unsigned outputs = 0; ///< 1 to 4
-  unsigned grid = 0;    ///< nodes along each input, 2 to 255
+  unsigned grid = 0;    ///< nodes along each input, 2 to 256
   /// Four numbers to a node, 32767 full scale, unused ones zero. The nodes count by their last input fastest: that of
   /// inputs i, j, k is number (i * grid + j) * grid + k. Inputs and outputs have the order of the pixels' memory.
   std::vector<std::uint16_t> nodes;

@@ -104,7 +104,9 @@ constexpr float kBend = 24.0f / 116.0f; // f of CIE Lab is linear below its cube
 
 HWY_INLINE float LabCurve(float t)
 {
-  const float root = Power(t > 1e-6f ? t : 1e-6f, 1.0f / 3.0f);
+  const float x = t > 1e-6f ? t : 1e-6f;
+  float root = Power(x, 1.0f / 3.0f);
+  root -= (root * root * root - x) / (3.0f * root * root);
   return t > kBend * kBend * kBend ? root : (841.0f / 108.0f) * t + 16.0f / 116.0f;
 }
 
@@ -148,16 +150,21 @@ struct GridPlaces
 void FindPlaces(const GridStep &step, const std::uint32_t *strides, const Planes &planes, GridPlaces &places)
 {
   std::fill_n(places.first, kPixels, 0u);
-  const float cells = static_cast<float>(step.grid - 1);
+  const auto cells = static_cast<std::int32_t>(step.grid - 1);
   const auto end = static_cast<std::int32_t>(step.grid - 2);
   for (unsigned input = 0; input < step.inputs; ++input) {
     const auto stride = static_cast<std::int32_t>(strides[input]);
+    const bool isFirstOfFour = step.isTrilinear || (step.inputs == 4 && input == 0);
+    const float unit = isFirstOfFour ? 1.0f / 65536.0f : 1.0f / 65535.0f;
     for (std::size_t i = 0; i < kPixels; ++i) {
-      const float place = InWords(planes[input][i]) * (cells / 65535.0f);
-      const std::int32_t whole = static_cast<std::int32_t>(place);
+      const std::int32_t part = static_cast<std::int32_t>(InWords(planes[input][i])) * cells;
+      const std::int32_t t = part + 0x7FFF;
+      const std::int32_t place = part + ((t + (t >> 16) + 1) >> 16);
+      const std::int32_t whole = place >> 16;
       const std::int32_t low = whole < end ? whole : end;
       places.first[i] += static_cast<std::uint32_t>(low * stride);
-      places.fractions[input][i] = place - static_cast<float>(low);
+      const std::int32_t rest = place - (low << 16);
+      places.fractions[input][i] = rest >= 65536 ? 1.0f : static_cast<float>(rest) * unit;
     }
   }
 }
@@ -255,9 +262,15 @@ void BlendTetrahedra(const GridStep &step, const std::uint32_t *strides, const G
     const std::uint16_t *const first = step.nodes.data() + places.first[i];
     const float share = isFour ? places.fractions[0][i] : 0.0f;
     Lanes sum = {};
-    AddTetrahedron(first, tetrahedra, i, 1.0f - share, sum);
-    if (isFour)
-      AddTetrahedron(first + strides[0], tetrahedra, i, share, sum);
+    AddTetrahedron(first, tetrahedra, i, 1.0f, sum);
+    if (isFour) {
+      Lanes other = {};
+      AddTetrahedron(first + strides[0], tetrahedra, i, 1.0f, other);
+      for (int lane = 0; lane < 4; ++lane) {
+        const float low = std::floor(sum[lane] + 0.5f);
+        sum[lane] = low + (std::floor(other[lane] + 0.5f) - low) * share;
+      }
+    }
     Put(sum, i, planes);
   }
 }
