@@ -120,9 +120,9 @@ TEST_F(StyleSheet, SharesItsColoursWithAllWhoHoldThem)
 
 TEST(StyleSheetAlone, IsWithoutAPaletteOnceThatIsGone)
 {
+  Listener listener; // outlives whom it listens to
   auto palette = std::make_unique<WClrPalette>();
   ColorStyleSheet sheet(palette.get());
-  Listener listener;
   sheet.RegisterListener(listener);
   ASSERT_TRUE(sheet.AddColorStyle(L"A", AtHue(30)));
   ASSERT_EQ(sheet.GenerateHarmony(RuleType::Triad, L"A", 3), 0);
