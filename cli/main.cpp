@@ -29,6 +29,7 @@ int RunTool(const std::vector<std::string> &arguments)
   app.set_version_flag("--version", ZELCLR_VERSION);
   app.require_subcommand(1);
   app.fallthrough();
+  app.allow_windows_style_options(false); // "/" begins paths
   app.add_flag("--json", output.json, "Print JSON instead of text");
   app.add_option("--color", output.colour, "Draw colours: auto (on a terminal), always, never")
     ->transform(CLI::CheckedTransformer(std::map<std::string, cli::ColourUse>{{"auto", cli::ColourUse::Auto},

@@ -77,7 +77,7 @@ protected:
   }
 
   tests::TemporaryFolder folder_;
-  const std::string custom_ = "home/zelclr/color/Palettes/Custom/";
+  const std::string custom_ = "home/" + tests::UsersFolderName() + "/color/Palettes/Custom/";
 };
 
 } // namespace

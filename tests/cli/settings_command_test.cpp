@@ -53,7 +53,7 @@ protected:
     Write(kFile, text);
   }
 
-  static constexpr const char *kFile = "zelclr/color/Settings/ColorSettings.xml";
+  static inline const std::string kFile = tests::UsersFolderName() + "/color/Settings/ColorSettings.xml";
   tests::TemporaryFolder folder_;
 };
 

@@ -72,7 +72,7 @@ TEST_F(ProfileManager, TakesTheFirstOfOneNameInTheOrderOfTheFolders)
   Install("system1/1/2/3/4/5/6/7/8/9/hidden.icc", "Too deep");
   folder.Write("system1/broken.icc", TextTag("no profile"));
   Install("system2/broken.icc", "Behind a broken one");
-  std::filesystem::create_directory_symlink(folder.Path("system2"), folder.Path("system2/loop"));
+  tests::LinkFolder(folder.Path("system2"), folder.Path("system2/loop"));
   for (const std::string &place : places) {
     EXPECT_TRUE(Manager().Reload());
     const std::wstring expected = ZelUtl::WideFromUtf8(place);
@@ -92,9 +92,10 @@ TEST_F(ProfileManager, FindsByFileNameBeforeDisplayNameAndExactlyBeforeRoughly)
   Install(std::string(kUser) + "B.ICC", "\xC3\x84hnlich");
   Install("elsewhere/p.icc", "By its path");
   folder.Write("elsewhere/broken.icc", {});
+  const bool exact = tests::NamesAreBytes(); // else the user's file has all of these names
   const std::pair<std::wstring, const wchar_t *> kRows[] = {
-    {L"b.icc", L"Library's"},
-    {L"B.icc", L"d.icc"},
+    {L"b.icc", exact ? L"Library's" : L"\u00C4hnlich"},
+    {L"B.icc", exact ? L"d.icc" : L"\u00C4hnlich"},
     {L"B.ICC", L"\u00C4hnlich"},
     {L"A.ICC", L"b.icc"},
     {L"d.icc", L"Name"},
@@ -376,9 +377,10 @@ TEST_F(ProfileManager, SeesNewProfilesWhileItWatches)
 
 TEST_F(ProfileManager, SeesNewProfilesInSubfoldersAndInFoldersOfTheirOwnWhileItWatches)
 {
-  std::filesystem::create_directories(folder.Path("system1/sub"));
+  std::filesystem::create_directories(folder.Path("system1"));
   EXPECT_TRUE(Collection().empty());
   Manager().StartTrackingProfileNameChanges();
+  std::filesystem::create_directories(folder.Path("system1/sub"));
   Install("system1/sub/a.icc", "In a subfolder");
   EXPECT_TRUE(SoonTrue([&] { return Collection().size() == 1; })) << "which the search looks into";
   Install(std::string(kUser) + "b.icc", "The user's first");

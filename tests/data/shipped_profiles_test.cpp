@@ -1,6 +1,9 @@
 // The profiles that ship, as Little CMS reads them: what each claims to be, and what it does to colours.
+#include "tests/support/temporary_folder.h"
+
 #include <gtest/gtest.h>
 #include <lcms2.h>
+#include <lcms2_plugin.h>
 
 #include <algorithm>
 #include <array>
@@ -163,6 +166,19 @@ cmsCIELab Looks(const Shipped &shipped, const Device &device, cmsUInt32Number in
   return lab;
 }
 
+/// ICC.1, 7.2.18: MD5 of the file without its flags, intent and identifier.
+std::array<cmsUInt8Number, 16> IdentifierOf(const std::string &file)
+{
+  tests::Bytes bytes = tests::ReadBytes(ZELCLR_PROFILES "/" + file);
+  for (const auto &[first, end] : {std::pair(44, 48), std::pair(64, 68), std::pair(84, 100)})
+    std::fill(bytes.begin() + first, bytes.begin() + end, std::uint8_t{0});
+  const cmsHANDLE md5 = cmsMD5alloc(nullptr);
+  cmsMD5add(md5, bytes.data(), static_cast<cmsUInt32Number>(bytes.size()));
+  cmsProfileID identifier = {};
+  cmsMD5finish(&identifier, md5);
+  return std::to_array(identifier.ID8);
+}
+
 const Shipped &Named(const std::string &file)
 {
   return *std::find_if(std::begin(kShipped), std::end(kShipped), [&](const Shipped &s) { return s.file == file; });
@@ -200,11 +216,9 @@ TEST_P(ShippedProfile, IsWhatItsNameSays)
   EXPECT_TRUE(cmsGetHeaderCreationDateTime(profile.get(), &created));
   EXPECT_EQ(created.tm_year, 126) << "built without the fixed date";
   if (expected.version >= 4) {
-    std::array<cmsUInt8Number, 16> claimed = {}, actual = {};
+    std::array<cmsUInt8Number, 16> claimed = {};
     cmsGetHeaderProfileID(profile.get(), claimed.data());
-    cmsMD5computeID(profile.get());
-    cmsGetHeaderProfileID(profile.get(), actual.data());
-    EXPECT_EQ(claimed, actual);
+    EXPECT_EQ(claimed, IdentifierOf(expected.file));
   }
 }
 

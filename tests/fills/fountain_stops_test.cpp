@@ -177,10 +177,10 @@ TEST(FountainArray, EditsFollowAList)
 TEST(FountainArray, SizesBeyondAllUseAreRefused)
 {
   Stops stops(std::numeric_limits<int>::max());
-  EXPECT_EQ(stops.GetSize(), Stops::kMostStops);
+  EXPECT_EQ(stops.GetSize(), int{Stops::kMostStops});
   stops.Add(kRed, 1);
   EXPECT_EQ(stops.SetColorAtPosition(9, kRed), std::pair(-1, false));
-  EXPECT_EQ(stops.GetSize(), Stops::kMostStops);
+  EXPECT_EQ(stops.GetSize(), int{Stops::kMostStops});
   Stops small(-5);
   small[std::numeric_limits<int>::max()].position = 3;
   small[-1].position = 3;

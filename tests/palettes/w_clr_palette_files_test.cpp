@@ -59,7 +59,7 @@ TEST_F(WClrPaletteFiles, APathLeadsToTheXmlThenToTheArchiveThenToTheOlderFile)
     std::string fileName;
   };
   const Row rows[] = {
-    {"p.xml", {0, 1, 2}, 1, "p.xml"},  {"p.XML", {0}, -1, ""},
+    {"p.xml", {0, 1, 2}, 1, "p.xml"},  {tests::NamesAreBytes() ? "p.XML" : "q.xml", {0}, -1, ""},
     {"p.xml", {1, 2}, 2, "p.xml"},     {"p.xml", {2}, -1, ""},
     {"p.xml.zip", {0, 1}, 1, "p.xml"}, {"p.xml.zip", {1}, 2, "p.xml"},
     {"p.xml.zip", {2}, -1, ""},        {"p.cpl", {0, 1, 2}, 1, "p.xml"},

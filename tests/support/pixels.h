@@ -121,7 +121,7 @@ protected:
   std::string Path(const std::string &name) const { return folder_.Path(name); }
   ToolResult Run(const std::string &words) const
   {
-    return RunTool(words, "XDG_CONFIG_HOME=" + temporary_.Path("config") + " XDG_DATA_HOME=" + temporary_.Path("data") +
+    return RunTool(words, "XDG_CONFIG_HOME=" + temporary_.Path("config") + " " + UserBelow(temporary_.Path("data")) +
                             " TMPDIR=" + temporary_.Path());
   }
   /// A damaged file: the first three quarters of an image.

@@ -19,6 +19,9 @@ void UnsetVariable(const char *name);
 /// The variable that says where the user's files are, "NAME=value", for these to be below this folder.
 std::string UserBelow(const std::string &folder);
 
+/// The name of our folder there.
+std::string UsersFolderName();
+
 /// What is there, can be opened and is no regular file: a pipe, made in this folder where they live in folders, and a
 /// device without an end.
 std::vector<std::string> PipeAndDevice(const std::string &folder);

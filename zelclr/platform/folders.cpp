@@ -32,7 +32,7 @@ fs::path PathFrom(std::string_view utf8)
 
 std::string Utf8From(const fs::path &path)
 {
-  const std::u8string text = path.u8string();
+  const std::u8string text = path.generic_u8string();
   return {text.begin(), text.end()};
 }
 

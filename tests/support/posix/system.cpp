@@ -41,6 +41,11 @@ std::string UserBelow(const std::string &folder)
   return "XDG_DATA_HOME=" + folder;
 }
 
+std::string UsersFolderName()
+{
+  return "zelclr";
+}
+
 std::vector<std::string> PipeAndDevice(const std::string &folder)
 {
   const std::string pipe = folder + "/pipe.icc";

@@ -60,6 +60,11 @@ std::string UserBelow(const std::string &folder)
   return "APPDATA=" + folder;
 }
 
+std::string UsersFolderName()
+{
+  return "ZelClr";
+}
+
 std::vector<std::string> PipeAndDevice(const std::string & /*folder*/)
 {
   const std::string name = "//./pipe/zelclr_test_" + std::to_string(::GetCurrentProcessId());

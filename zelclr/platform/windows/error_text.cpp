@@ -4,10 +4,16 @@
 
 #include <windows.h>
 
+#include <system_error>
+
 namespace ZelUtl {
 
 std::string ErrorText(unsigned long error)
 {
+  // The same words as on other systems where there are any; Windows has its own in the user's language only.
+  const std::error_condition common = std::system_category().default_error_condition(static_cast<int>(error));
+  if (common.category() == std::generic_category())
+    return common.message();
   wchar_t *text = nullptr;
   const DWORD length = ::FormatMessageW(
     FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error,

@@ -3,6 +3,7 @@
 #include "zelclr/platform/replacement_file.h"
 #include "zelclr/platform/windows/error_text.h"
 #include "zelclr/platform/windows/native_path.h"
+#include "zelclr/platform/windows/open_file.h"
 
 // It makes a macro of a name of ours.
 #include <windows.h>
@@ -80,9 +81,7 @@ bool WriteAll(HANDLE handle, std::string_view bytes)
 
 std::optional<std::string> ReadFile(const std::string &path, std::size_t most, std::string &reason)
 {
-  const File file(::CreateFileW(NativePath(path).c_str(), GENERIC_READ,
-                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                                FILE_ATTRIBUTE_NORMAL, nullptr));
+  const File file(OpenForReading(NativePath(path)));
   if (!file.IsOpen()) {
     reason = LastErrorText();
     return std::nullopt;

@@ -13,16 +13,24 @@ namespace ZelUtl {
 
 namespace {
 
-std::wstring Environment(const wchar_t *name)
+/// With "/" between names, as everywhere in the library.
+std::string PathFrom(const std::wstring &native)
+{
+  std::string path = Utf8FromWide(native);
+  std::replace(path.begin(), path.end(), '\\', '/');
+  return path;
+}
+
+std::string Environment(const wchar_t *name)
 {
   std::wstring value(32768, L'\0');
   value.resize(::GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size())));
-  return value;
+  return PathFrom(value);
 }
 
-std::string Below(const std::wstring &folder, const char *name)
+std::string Below(const std::string &folder, const char *name)
 {
-  return folder.empty() ? "" : JoinPath(Utf8FromWide(folder), name);
+  return folder.empty() ? "" : JoinPath(folder, name);
 }
 
 /// share/zelclr beside bin/libZelClr.dll, or data beside the library itself.
@@ -34,7 +42,7 @@ std::string DataFolder()
                            reinterpret_cast<const wchar_t *>(&DataFolder), &module) == 0)
     return {};
   file.resize(::GetModuleFileNameW(module, file.data(), static_cast<DWORD>(file.size())));
-  std::string folder = FolderOfPath(Utf8FromWide(file));
+  std::string folder = FolderOfPath(PathFrom(file));
   for (int floors = 0; floors < 3 && !folder.empty(); ++floors) {
     const std::string data = JoinPath(folder, "share/zelclr");
     if (IsFolder(data))
@@ -66,10 +74,10 @@ Folders CustomaryFolders()
   Folders folders;
   folders.data = DataFolder();
   folders.user = CustomaryUserFolder();
-  folders.programs = Below(Environment(L"CommonProgramFiles"), "");
+  folders.programs = Environment(L"CommonProgramFiles");
   std::wstring temporary(32768, L'\0');
   temporary.resize(::GetTempPathW(static_cast<DWORD>(temporary.size()), temporary.data()));
-  folders.temporary = Utf8FromWide(temporary);
+  folders.temporary = PathFrom(temporary);
   const std::string system = Below(Environment(L"SystemRoot"), "System32/spool/drivers/color");
   if (IsFolder(system))
     folders.systemProfiles.push_back(system);

@@ -2,6 +2,7 @@
 
 #include "zelclr/platform/windows/error_text.h"
 #include "zelclr/platform/windows/native_path.h"
+#include "zelclr/platform/windows/open_file.h"
 
 #include <windows.h>
 
@@ -37,9 +38,7 @@ std::optional<FileStamp> StampOfFile(const std::string &path)
 std::optional<RegularFile> RegularFile::Open(const std::string &path, std::string &reason)
 {
   const std::wstring native = NativePath(path);
-  const HANDLE handle =
-    ::CreateFileW(native.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const HANDLE handle = OpenForReading(native);
   if (handle == INVALID_HANDLE_VALUE) {
     reason = LastErrorText();
     const DWORD attributes = ::GetFileAttributesW(native.c_str());
