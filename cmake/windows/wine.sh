@@ -3,7 +3,7 @@
 # cmake/windows/wine.sh PROGRAM.exe ARGUMENT...
 # cmake/windows/wine.sh wineserver OPTION
 home=${ZELCLR_WINE_HOME:-$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/../../build/windows-home}
-mkdir -p "$home"
+mkdir -p "$home/wine"
 home=$(readlink -f "$home")
 export HOME=$home WINEPREFIX=$home/wine WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} LC_ALL=C.UTF-8
 # Without what would ask whether to install add-ons.
