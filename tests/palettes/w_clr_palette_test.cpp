@@ -95,9 +95,9 @@ TEST(WClrPalette, TellsWhatChangedInOrderAndOnce)
 
 TEST(WClrPalette, Kept_ANewNameDoesNotCountAsAChange)
 {
+  Listener listener; // outlives whom it listens to
   WClrPalette palette;
   Fill(palette, 1);
-  Listener listener;
   palette.RegisterListener(listener);
   palette.SetPaletteName(L"Other");
   EXPECT_EQ(listener.heard, std::vector<std::wstring>{L"PaletteName"});

@@ -103,7 +103,7 @@ Process StartThisProgram(const std::vector<std::string> &words)
   PROCESS_INFORMATION process = {};
   if (::CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
                        &process) == 0)
-    throw std::runtime_error("cannot start this program again");
+    throw std::runtime_error("cannot start this program again: error " + std::to_string(::GetLastError()));
   ::CloseHandle(process.hThread);
   return reinterpret_cast<Process>(process.hProcess);
 }
