@@ -1,6 +1,7 @@
 #include "cli/colour_facts.h"
 
-#include "cli/command.h"
+#include "cli/failure.h"
+#include "cli/output.h"
 #include "zelclr/colour/colour_names.h"
 #include "zelclr/convert/w_clr_convert.h"
 #include "zelclr/palettes/formats/colour_list.h"

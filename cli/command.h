@@ -1,31 +1,13 @@
-// What the commands of the tool share: the options that all have, the exit codes, the way to fail.
+// The commands of the tool. The one header that brings the command line's library, which takes long to compile: what
+// adds no options includes cli/failure.h alone.
 #pragma once
 
+#include "cli/failure.h"
 #include "cli/output.h"
 
 #include <CLI/CLI.hpp>
 
-#include <stdexcept>
-#include <string>
-
 namespace cli {
-
-/// Frozen: scripts depend on them.
-enum class ExitCode
-{
-  Fine = 0,
-  Findings = 1,
-  Usage = 2,
-  Unreadable = 3,
-  Missing = 4
-};
-
-/// Ends the command: `message` goes to standard error.
-struct Failure : std::runtime_error
-{
-  Failure(ExitCode exitCode, const std::string &message) : std::runtime_error(message), code(exitCode) {}
-  ExitCode code;
-};
 
 /// Adds a command to the tool. Its callback writes data to standard output, everything else to standard error, and
 /// leaves the exit code behind.

@@ -9,6 +9,8 @@
 #include "zelclr/colour/colour_text.h"
 #include "zelclr/convert/formulas/srgb_lab.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <array>
 #include <cmath>

@@ -6,6 +6,8 @@
 #include "zelclr/convert/w_clr_convert.h"
 #include "zelclr/palettes/formats/colour_list.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstdio>
 #include <memory>
 #include <vector>

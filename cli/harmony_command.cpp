@@ -12,6 +12,8 @@
 #include "zelclr/platform/folders.h"
 #include "zelclr/platform/text.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstdio>
 #include <memory>
 

@@ -7,6 +7,8 @@
 #include "cli/profile/words.h"
 #include "zelclr/colorsystem/color_context.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstdio>
 #include <map>
 #include <memory>

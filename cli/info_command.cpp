@@ -7,6 +7,8 @@
 #include "zelclr/convert/w_clr_convert.h"
 #include "zelclr/platform/text.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstdio>
 #include <memory>
 

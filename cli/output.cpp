@@ -4,6 +4,8 @@
 #include "zelclr/platform/console.h"
 #include "zelclr/platform/text.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstdio>
 
 namespace cli {

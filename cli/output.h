@@ -3,7 +3,7 @@
 
 #include "zelclr/colour/clr_colorspec.h"
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 #include <cstdint>
 #include <optional>

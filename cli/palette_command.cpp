@@ -1,5 +1,6 @@
 // zelclr palette list|show|convert|sort|merge|validate|diff|find
 
+#include "cli/command.h"
 #include "cli/palette/commands.h"
 #include "cli/palette/writing.h"
 

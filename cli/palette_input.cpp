@@ -1,12 +1,15 @@
 #include "cli/palette_input.h"
 
 #include "cli/colour_facts.h"
-#include "cli/command.h"
+#include "cli/failure.h"
+#include "cli/output.h"
 #include "zelclr/palettes/legacy_palette_file.h"
 #include "zelclr/palettes/palette_exchange.h"
 #include "zelclr/platform/folders.h"
 #include "zelclr/platform/text.h"
 #include "zelclr/platform/zip_archive.h"
+
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 

@@ -8,6 +8,8 @@
 #include "cli/profile/profile_list.h"
 #include "zelclr/platform/files.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <cstdio>
 #include <memory>

@@ -10,6 +10,8 @@
 #include "zelclr/colorsystem/gamut_check.h"
 #include "zelclr/platform/text.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstdio>
 #include <memory>
 #include <optional>

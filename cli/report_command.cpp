@@ -6,6 +6,8 @@
 #include "cli/report/forms.h"
 #include "zelclr/platform/files.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstdio>
 #include <map>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "cli/gradient/strips.h"
 
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/profile/profile_colours.h"
 #include "cli/profile/profile_file.h"
 #include "zelclr/colorsystem/color_converter.h"

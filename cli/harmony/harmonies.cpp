@@ -1,6 +1,7 @@
 #include "cli/harmony/harmonies.h"
 
-#include "cli/command.h"
+#include "cli/failure.h"
+#include "cli/output.h"
 #include "zelclr/colour/colour_text.h"
 #include "zelclr/convert/w_clr_convert.h"
 #include "zelclr/harmony/harmony_rules.h"

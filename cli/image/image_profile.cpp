@@ -1,6 +1,7 @@
 #include "cli/image/image_profile.h"
 
-#include "cli/command.h"
+#include "cli/failure.h"
+#include "cli/output.h"
 #include "cli/profile/words.h"
 #include "zelclr/colorsystem/color_profile_manager.h"
 #include "zelclr/platform/files.h"

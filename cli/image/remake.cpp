@@ -4,6 +4,8 @@
 #include "cli/profile/words.h"
 #include "zelclr/platform/files.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstdio>
 
 namespace cli {

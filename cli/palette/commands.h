@@ -3,7 +3,8 @@
 // Errors: throws Failure, in one line; a file that could not be written whole is as it was.
 #pragma once
 
-#include "cli/command.h"
+#include "cli/failure.h"
+#include "cli/output.h"
 
 #include <string>
 #include <vector>

@@ -1,6 +1,7 @@
 #include "cli/palette/context.h"
 
-#include "cli/command.h"
+#include "cli/failure.h"
+#include "cli/output.h"
 #include "cli/palette/swatch_facts.h"
 #include "cli/profile/profile_file.h"
 #include "zelclr/colour/colour_models.h"

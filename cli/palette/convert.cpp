@@ -3,6 +3,8 @@
 #include "cli/palette/swatch_facts.h"
 #include "cli/palette/writing.h"
 
+#include <nlohmann/json.hpp>
+
 namespace cli {
 
 void ConvertPalette(const std::string &palette, const std::string &context, const Destination &destination,

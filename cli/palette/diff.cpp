@@ -3,6 +3,8 @@
 #include "cli/palette/installed.h"
 #include "cli/palette/swatch_facts.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cmath>
 #include <cstdio>
 

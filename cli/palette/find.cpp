@@ -5,6 +5,8 @@
 #include "zelclr/colour/colour_text.h"
 #include "zelclr/convert/formulas/colour_difference.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>

@@ -1,6 +1,7 @@
 #include "cli/palette/installed.h"
 
-#include "cli/command.h"
+#include "cli/failure.h"
+#include "cli/output.h"
 #include "zelclr/platform/files.h"
 #include "zelclr/platform/folders.h"
 #include "zelclr/platform/regular_file.h"

@@ -4,6 +4,8 @@
 #include "zelclr/palettes/palette_exchange.h"
 #include "zelclr/platform/text.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <cstdio>
 

@@ -2,6 +2,8 @@
 #include "cli/palette/swatch_facts.h"
 #include "cli/palette/writing.h"
 
+#include <nlohmann/json.hpp>
+
 #include <map>
 #include <set>
 

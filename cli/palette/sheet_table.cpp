@@ -3,6 +3,8 @@
 #include "cli/palette/sheet.h"
 #include "cli/palette/swatch_facts.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 
 namespace cli {

@@ -4,6 +4,8 @@
 #include "zelclr/palettes/color_sorting.h"
 #include "zelclr/platform/text.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <numeric>
 #include <optional>

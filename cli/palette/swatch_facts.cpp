@@ -5,6 +5,8 @@
 #include "zelclr/convert/formulas/colour_difference.h"
 #include "zelclr/platform/text.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>

@@ -5,6 +5,8 @@
 #include "zelclr/platform/folders.h"
 #include "zelclr/platform/xml_reader.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <cstdio>
 #include <map>

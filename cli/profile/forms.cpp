@@ -6,6 +6,8 @@
 #include "zelclr/platform/folders.h"
 #include "zelclr/platform/text.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cmath>
 #include <cstdio>
 

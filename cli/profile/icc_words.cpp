@@ -3,6 +3,8 @@
 #include "cli/profile/words.h"
 #include "zelclr/platform/text.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <cstdio>
 

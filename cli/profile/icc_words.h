@@ -7,6 +7,8 @@
 #include "cli/output.h"
 #include "zelclr/platform/icc_file.h"
 
+#include <nlohmann/json.hpp>
+
 #include <string>
 #include <string_view>
 #include <vector>

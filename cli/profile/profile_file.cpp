@@ -1,6 +1,7 @@
 #include "cli/profile/profile_file.h"
 
-#include "cli/command.h"
+#include "cli/failure.h"
+#include "cli/output.h"
 #include "zelclr/colorsystem/color_profile_manager.h"
 #include "zelclr/colorsystem/icc_color_profile.h"
 #include "zelclr/platform/folders.h"

@@ -8,6 +8,8 @@
 #include "zelclr/platform/folders.h"
 #include "zelclr/platform/text.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <cstdio>
 

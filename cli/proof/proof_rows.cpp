@@ -1,6 +1,6 @@
 #include "cli/proof/proof_rows.h"
 
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/image/alpha.h"
 
 #include <algorithm>

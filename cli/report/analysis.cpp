@@ -1,6 +1,6 @@
 #include "cli/report/analysis.h"
 
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/profile/profile_file.h"
 #include "zelclr/colorsystem/color_profile_manager.h"
 #include "zelclr/colorsystem/proofing/proof_color_converter.h"

@@ -4,6 +4,8 @@
 #include "cli/report/forms.h"
 #include "zelclr/colour/colour_text.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cmath>
 #include <cstdio>
 

@@ -1,6 +1,6 @@
 #include "cli/report/press.h"
 
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/profile/profile_file.h"
 #include "zelclr/convert/formulas/colour_difference.h"
 #include "zelclr/platform/files.h"

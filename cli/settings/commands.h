@@ -3,6 +3,7 @@
 // Errors: throws Failure; a change that fails has changed nothing.
 #pragma once
 
+#include "cli/output.h"
 #include "cli/settings/options.h"
 
 #include <optional>

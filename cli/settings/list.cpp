@@ -2,6 +2,8 @@
 #include "cli/settings/origin.h"
 #include "zelclr/platform/application.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <cstdio>
 

@@ -1,6 +1,7 @@
 #include "cli/settings/options.h"
 
 #include "cli/colour_facts.h"
+#include "cli/command.h"
 #include "cli/profile/profile_file.h"
 #include "cli/settings/words.h"
 #include "zelclr/colorsystem/color_profile_manager.h"

@@ -3,11 +3,15 @@
 // Errors: words that are none end the parsing; profiles and colours that cannot be had throw Failure when they are set.
 #pragma once
 
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/settings/kind.h"
 
 #include <functional>
 #include <vector>
+
+namespace CLI {
+class App;
+} // namespace CLI
 
 namespace cli {
 

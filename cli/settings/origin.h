@@ -3,7 +3,8 @@
 // Errors: throws Failure where a function says so.
 #pragma once
 
-#include "cli/command.h"
+#include "cli/failure.h"
+#include "cli/output.h"
 #include "cli/settings/kind.h"
 
 #include <string>

@@ -4,6 +4,8 @@
 #include "zelclr/platform/application.h"
 #include "zelclr/platform/locale.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstdio>
 
 namespace cli {

@@ -4,6 +4,8 @@
 #include "cli/settings/words.h"
 #include "zelclr/platform/text.h"
 
+#include <nlohmann/json.hpp>
+
 namespace cli {
 
 namespace {

@@ -6,6 +6,8 @@
 #include "cli/output.h"
 #include "cli/settings/kind.h"
 
+#include <nlohmann/json.hpp>
+
 #include <span>
 #include <string>
 

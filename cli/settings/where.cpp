@@ -7,6 +7,8 @@
 #include "zelclr/platform/locale.h"
 #include "zelclr/platform/regular_file.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstdio>
 
 namespace cli {
