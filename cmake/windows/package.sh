@@ -7,7 +7,7 @@ source cmake/setup.sh
 
 scratch=$(mktemp -d)
 wine=$PWD/cmake/windows/wine.sh
-trap '"$wine" wineserver -k >/dev/null 2>&1 </dev/null || true; rm -rf "$scratch"' EXIT
+trap '"$wine" --stop; rm -rf "$scratch"' EXIT
 
 rm -f build/windows/*.zip
 cpack --config build/windows/CPackConfig.cmake -B "$PWD/build/windows" >build/windows/cpack.log
@@ -19,7 +19,7 @@ root=$(echo "$unpacked"/*)
 
 same() { [[ $1 == "$2" ]] || fail "the package answers \"$1\" instead of \"$2\""; }
 
-"$wine" wineserver -p >/dev/null 2>&1 </dev/null
+"$wine" --start
 cd "$unpacked"
 printf '#ff8000 Größe\n' >"$unpacked/日本.txt"
 same "$("$wine" "$root/bin/zelclr.exe" convert '#ff8000' --to CMYK100 2>&1 </dev/null)" 'CMYK100(0,50,100,0)'

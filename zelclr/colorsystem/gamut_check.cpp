@@ -80,6 +80,9 @@ std::uint32_t LeaveOutRepeats(std::vector<std::uint8_t> &pixels, std::size_t siz
 
 } // namespace
 
+// Programs that import the class take this by its address where they are not optimised.
+constexpr double GamutCheck::kTolerance;
+
 GamutCheck::GamutCheck(std::shared_ptr<ColorProfile> source, std::shared_ptr<ColorProfile> device)
   : source_(std::move(source)),
     device_(std::move(device))

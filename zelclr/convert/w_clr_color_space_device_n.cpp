@@ -16,6 +16,9 @@ int Sign(std::int64_t difference)
 
 } // namespace
 
+// Programs that import the class take this by its address where they are not optimised.
+constexpr std::size_t WClrColorSpaceDeviceN::kMostPlates;
+
 WClrColorSpaceDeviceN::WClrColorSpaceDeviceN(int identifier, DeviceN_Process_Type processType)
   : processType_(ZelClr::IsKnownBase(processType) ? processType : DeviceN_Process_None),
     identifier_(identifier)

@@ -36,6 +36,12 @@ bool IsSameRecord(const CLR_COLORSPEC &a, const CLR_COLORSPEC &b)
 
 } // namespace
 
+// Programs that import the class take this by its address where they are not optimised.
+constexpr std::wstring_view ColorStyleSheet::kStylesChanged;
+constexpr std::wstring_view ColorStyleSheet::kHarmoniesChanged;
+constexpr std::wstring_view ColorStyleSheet::kExternalStylesChanged;
+constexpr std::wstring_view ColorStyleSheet::kExternalIDChanged;
+
 ColorStyleSheet::ColorStyleSheet(WClrPalette *palette)
 {
   SetStylesPalette(palette);

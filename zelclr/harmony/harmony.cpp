@@ -97,6 +97,9 @@ constexpr double kDegreesPerRadian = 57.29577951308232;
 
 } // namespace
 
+// Programs that import the class take this by its address where they are not optimised.
+constexpr std::int32_t Harmony::kRuleTypes;
+
 // --- Places on the wheel --------------------------------------------------------------------------------------------
 
 HSB::HSB(const CLR_COLORSPEC &colour) : HSB(PositionOf(colour, InActiveContext()).value_or(HSB())) {}

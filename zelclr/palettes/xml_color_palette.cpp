@@ -56,6 +56,9 @@ int FirstPlace(const Items &list, auto found)
 
 } // namespace
 
+// Programs that import the class take this by its address where they are not optimised.
+constexpr int WXmlColorPalette::kDefaultGridWidth;
+
 WXmlColorPalette::WXmlColorPalette() : state_(std::make_unique<State>()) {}
 WXmlColorPalette::~WXmlColorPalette() = default;
 WXmlColorPalette::WXmlColorPalette(const WXmlColorPalette &other) : state_(std::make_unique<State>(*other.state_)) {}

@@ -27,6 +27,9 @@ ClrBlendMode TurnedRound(ClrBlendMode mode)
 
 } // namespace
 
+// Programs that import the class take this by its address where they are not optimised.
+constexpr int CLR_FOUNTCOLOR_ARRAY::kMostStops;
+
 void CLR_FOUNTCOLOR_ARRAY::SetSize(int size)
 {
   stops_.resize(static_cast<std::size_t>(std::clamp(size, 0, kMostStops)));
