@@ -1,9 +1,13 @@
 #!/usr/bin/env bash
-# Packs the Windows build, build/windows/zelclr-VERSION-windows-x64.zip, and proves it where nothing else is: unpacked
-# into a folder with a name of many letters, the tool converts through profiles, and a program is built against it.
+# Builds for Windows and packs that, build/windows/zelclr-VERSION-windows-x64.zip, and proves it where nothing else is:
+# unpacked into a folder with a name of many letters, the tool converts through profiles, and a program is built against
+# it.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 source cmake/setup.sh
+
+cmake/windows/libraries.sh
+build windows
 
 scratch=$(mktemp -d)
 wine=$PWD/cmake/windows/wine.sh

@@ -4,7 +4,6 @@ set -euo pipefail
 cd "$(dirname "$0")/../.."
 source cmake/setup.sh
 
-packages build test windows
 cmake/windows/libraries.sh
 build windows
 
