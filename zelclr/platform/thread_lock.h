@@ -4,6 +4,8 @@
 // Errors: none; taking a lock blocks until it is free.
 #pragma once
 
+#include "zelclr/platform/export.h"
+
 #include <shared_mutex>
 
 #if defined(__clang__)
@@ -20,6 +22,24 @@
 
 namespace ZelUtl {
 
+#if defined(_WIN32)
+/// The system's own, one pointer; in windows/. MinGW's std::shared_mutex makes kernel objects when it is first taken
+/// and never lets go of them.
+class ZELCLR_API SystemLock
+{
+public:
+  void lock();
+  void unlock();
+  void lock_shared();
+  void unlock_shared();
+
+private:
+  void *state_ = nullptr;
+};
+#else
+using SystemLock = std::shared_mutex;
+#endif
+
 /// Many readers or one writer. Held through ReadLock and WriteLock. A copy is a fresh lock: values move, locks stay.
 class ZELCLR_THREAD_ANNOTATION(capability("lock")) ThreadLock
 {
@@ -34,7 +54,7 @@ public:
   void UnlockRead() const ZELCLR_THREAD_ANNOTATION(release_shared_capability()) { mutex_.unlock_shared(); }
 
 private:
-  mutable std::shared_mutex mutex_;
+  mutable SystemLock mutex_;
 };
 
 /// Holds a lock for reading for as long as it lives.

@@ -9,6 +9,7 @@
 #include "zelclr/platform/inter_process_mutex.h"
 #include "zelclr/platform/locale.h"
 #include "zelclr/platform/regular_file.h"
+#include "zelclr/platform/thread_lock.h"
 
 #include <gtest/gtest.h>
 
@@ -76,6 +77,24 @@ TEST(System, MutexesAreTheKernelsUnderTheirNames)
     EXPECT_TRUE(isThere());
   }
   EXPECT_FALSE(isThere()) << "no handle is left";
+}
+
+TEST(System, LocksOfObjectsTakeNoHandles)
+{
+  const auto handles = [] {
+    DWORD count = 0;
+    EXPECT_NE(::GetProcessHandleCount(::GetCurrentProcess(), &count), 0);
+    return count;
+  };
+  const DWORD before = handles();
+  for (int i = 0; i < 1000; ++i) {
+    const ThreadLock lock;
+    {
+      const WriteLock written(lock);
+    }
+    const ReadLock read(lock);
+  }
+  EXPECT_LT(handles(), before + 100);
 }
 
 TEST(System, TheEnvironmentMayNameTheLocale)

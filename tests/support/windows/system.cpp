@@ -101,9 +101,15 @@ Process StartThisProgram(const std::vector<std::string> &words)
   STARTUPINFOW startup = {};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION process = {};
-  if (::CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                       &process) == 0)
-    throw std::runtime_error("cannot start this program again: error " + std::to_string(::GetLastError()));
+  // Where hundreds come and go in a second Wine fails now and then, by an error of its own.
+  for (int tries = 1; ::CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                       &startup, &process) == 0;
+       ++tries)
+  {
+    if (::GetLastError() != ERROR_INTERNAL_ERROR || tries == 10)
+      throw std::runtime_error("cannot start this program again: error " + std::to_string(::GetLastError()));
+    ::Sleep(100);
+  }
   ::CloseHandle(process.hThread);
   return reinterpret_cast<Process>(process.hProcess);
 }
